@@ -1,0 +1,30 @@
+#pragma once
+
+#include <array>
+#include <cstdint>
+
+#include "core/Geometry.h"
+
+// A hundred coloured points that fall through the picture at different speeds.
+class StarField {
+public:
+    static constexpr int kStars = 100;
+
+    void ResetAll();  // all start from one line and spread out by their speeds
+    void Update();
+    void Draw();
+
+    // The list that draws one point; lives as long as the GL context.
+    static void CreatePointList();
+    static void DeletePointList();
+
+private:
+    struct Star {
+        Vec3 position;
+        Colour colour;
+        float speed = 0.0F;  // units per frame along Z
+    };
+    static void Respawn(Star& star);
+
+    std::array<Star, kStars> stars;
+};
