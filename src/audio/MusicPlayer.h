@@ -14,8 +14,19 @@
 
 class MusicPlayer {
 public:
-    enum class State : uint16_t { Ended = 0, Stopped = 1, Paused = 2, Playing = 3 };
-    enum class Request : uint16_t { PlayNext = 0, Stop = 1, Resume = 2, Pause = 3, None = 4 };
+    enum class State : uint16_t {
+        Ended = 0,
+        Stopped = 1,
+        Paused = 2,
+        Playing = 3
+    };
+    enum class Request : uint16_t {
+        PlayNext = 0,
+        Stop = 1,
+        Resume = 2,
+        Pause = 3,
+        None = 4
+    };
 
     static MusicPlayer* Instance();
     static void DestroyInstance();
@@ -47,11 +58,11 @@ private:
     void SetRequest(Request newRequest);
 
     // Written by one side and read by the other, without a lock.
-    std::atomic<State> state{State::Stopped};      // by the music thread
-    std::atomic<Request> request{Request::None};   // by the main thread; the music thread resets it
-    std::atomic<int32_t> volume{50};               // 0 to 100
+    std::atomic<State> state{State::Stopped};     // by the music thread
+    std::atomic<Request> request{Request::None};  // by the main thread; the music thread resets it
+    std::atomic<int32_t> volume{50};              // 0 to 100
     std::atomic<int32_t> currentTrack{-1};
-    std::vector<std::string> tracks;               // file names; fixed once the thread runs
+    std::vector<std::string> tracks;  // file names; fixed once the thread runs
     platform::MusicGraph graph;
     std::atomic<bool> ending{false};
     std::thread thread;

@@ -29,5 +29,6 @@ private:
     platform::SoundBufferHandle GetFreeBuffer();
 
     uint32_t current = 0;  // the buffer used last
-    std::vector<platform::SoundBufferHandle> buffers;  // 0 made from the wave, the others duplicates
+    std::vector<platform::SoundBufferHandle>
+        buffers;  // 0 made from the wave, the others duplicates
 };

@@ -6,7 +6,14 @@
 #include <cstdint>
 
 // In this order the preferences store the key codes and the key configuration asks for them.
-enum class Action { Up, Down, Left, Right, Fire1, Fire2 };
+enum class Action {
+    Up,
+    Down,
+    Left,
+    Right,
+    Fire1,
+    Fire2
+};
 constexpr int kActionCount = 6;
 
 class KeyMap {

@@ -19,9 +19,9 @@ class TitleScreen;
 class WeaponManager;
 
 enum class GameState : int32_t {
-    Title = 0,      // logo animation and hiscore pages
-    MainMenu = 1,   // before a game
-    Paused = 2,     // the in-game menu over the frozen game
+    Title = 0,     // logo animation and hiscore pages
+    MainMenu = 1,  // before a game
+    Paused = 2,    // the in-game menu over the frozen game
     Playing = 3,
     Shop = 4,       // between levels
     GameOver = 5,   // the world runs on for a while without the player
@@ -32,9 +32,9 @@ enum class GameState : int32_t {
 class LevelManager {
 public:
     static constexpr int32_t kLevels = 36;
-    static constexpr int32_t kLevelEndDelay = 150;   // frames from the last wave to the next level
-    static constexpr int32_t kGameOverDelay = 100;   // frames that the world runs on
-    static constexpr int32_t kShopInterval = 5;      // levels from shop to shop
+    static constexpr int32_t kLevelEndDelay = 150;  // frames from the last wave to the next level
+    static constexpr int32_t kGameOverDelay = 100;  // frames that the world runs on
+    static constexpr int32_t kShopInterval = 5;     // levels from shop to shop
 
     explicit LevelManager(PlayerShip* player);  // takes ownership
     virtual ~LevelManager();
@@ -99,13 +99,13 @@ private:
     int32_t levelsCompleted = 0;  // in this game
     std::string levelTitle;
     std::string levelAuthor;
-    int32_t currentView = 0;      // camera view last set; 0 = none yet in this game
-    int32_t levelView = 0;        // camera view that the level asks for
+    int32_t currentView = 0;  // camera view last set; 0 = none yet in this game
+    int32_t levelView = 0;    // camera view that the level asks for
     PathTable paths;
     std::vector<std::unique_ptr<AttackWave>> waves;  // played first to last
     int32_t currentWave = 0;
-    float introFade = 0.0F;       // 1 when a level has been loaded; its intro shows while above 0
+    float introFade = 0.0F;  // 1 when a level has been loaded; its intro shows while above 0
     GameState state = GameState::Title;
-    int32_t gameOverDelay = 0;    // frames left of the countdown
+    int32_t gameOverDelay = 0;               // frames left of the countdown
     int32_t levelEndDelay = kLevelEndDelay;  // frames left after the last wave
 };

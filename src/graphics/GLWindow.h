@@ -13,8 +13,8 @@
 
 // Called with the context current. Any may be null.
 struct GLTenant {
-    void (*created)() = nullptr;       // a window and context have been created
-    void (*destroying)() = nullptr;    // they are about to go
+    void (*created)() = nullptr;         // a window and context have been created
+    void (*destroying)() = nullptr;      // they are about to go
     void (*dropForRebuild)() = nullptr;  // rebuild, before the models are compiled anew
     void (*rebuild)() = nullptr;         // rebuild, after it
 };
@@ -81,14 +81,14 @@ private:
     bool multisampleEnabled = false;    // starts as the antialiasing preference
     int16_t width = 0;                  // client size in pixels
     int16_t height = 0;
-    uint8_t bits = 0;                   // colour depth of full screen
+    uint8_t bits = 0;  // colour depth of full screen
     bool fullscreen = true;
     bool rebuildPending = false;
-    uint32_t polygonMode;               // last set through SetPolygonMode
+    uint32_t polygonMode;  // last set through SetPolygonMode
     uint32_t polygonFace;
     uint32_t lightLimit = 0;
     int32_t view = 1;
-    int32_t viewTransition = 0;         // frames left of the blend from previousView to view
+    int32_t viewTransition = 0;  // frames left of the blend from previousView to view
     int32_t previousView = 1;
     uint32_t fontBase = 0;
     platform::ContextHandle context = nullptr;

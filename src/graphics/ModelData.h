@@ -25,15 +25,15 @@ struct MaterialTexture {
 };
 
 struct Material {
-    std::string name;                      // at most 64 characters
-    std::array<float, 4> colour = {};      // RGBA; alpha already multiplied by 1 - transparency
-    std::array<float, 4> specular = {};    // alpha 0
-    std::array<float, 4> diffuse = {};     // alpha 0
-    float shininess = 0.0F;                // 0 to 1
-    float transparency = 0.0F;             // 0 opaque to 1
-    float luminosity = 0.0F;               // emission = colour x luminosity
-    float reflection = 0.0F;               // from 0.3 on a reflection map, from 0.7 on the strong one
-    std::vector<MaterialTexture> textures; // at most kMaxTextures
+    std::string name;                    // at most 64 characters
+    std::array<float, 4> colour = {};    // RGBA; alpha already multiplied by 1 - transparency
+    std::array<float, 4> specular = {};  // alpha 0
+    std::array<float, 4> diffuse = {};   // alpha 0
+    float shininess = 0.0F;              // 0 to 1
+    float transparency = 0.0F;           // 0 opaque to 1
+    float luminosity = 0.0F;             // emission = colour x luminosity
+    float reflection = 0.0F;             // from 0.3 on a reflection map, from 0.7 on the strong one
+    std::vector<MaterialTexture> textures;  // at most kMaxTextures
 };
 
 struct FaceCorner {
@@ -51,7 +51,7 @@ struct MaterialSwitch {
 
 class ModelData {
 public:
-    std::string fileName;  // the game path being loaded, at most 259 characters
+    std::string fileName;     // the game path being loaded, at most 259 characters
     int32_t vertexCount = 0;  // as the file states it; nothing depends on it
     std::vector<Face> faces;
     std::vector<Material> materials;

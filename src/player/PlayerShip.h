@@ -1,7 +1,8 @@
 #pragma once
 
-// The ship that the user flies: steering in the plane of the current camera view, volleys, upgrades,
-// lives with respawn and invulnerability, the magnet and the reward for three different suckers.
+// The ship that the user flies: steering in the plane of the current camera view, volleys,
+// upgrades, lives with respawn and invulnerability, the magnet and the reward for three different
+// suckers.
 
 #include "world/Ship.h"
 
@@ -25,7 +26,7 @@ public:
     void SetManagers(WeaponManager* weapons, ExplosionManager* explosions);
     WeaponManager* GetWeaponManager() const { return weaponManager; }
 
-    void ResetPlayer();    // new game; also zeroes score and money
+    void ResetPlayer();  // new game; also zeroes score and money
     void ResetPosition();
     void StartRecentre();  // glide back to the start position while the camera changes its view
 
@@ -83,27 +84,27 @@ private:
     bool ReadInputAndMove();  // returns whether fire is held
     void FireWeapons(bool fire);
 
-    float roll = 0.0F;             // degrees
+    float roll = 0.0F;  // degrees
     float pitch = 0.0F;
-    int32_t respawnDelay = 0;      // frames until the destroyed ship reappears
-    int32_t invulnerableTime = 0;  // frames left
+    int32_t respawnDelay = 0;                      // frames until the destroyed ship reappears
+    int32_t invulnerableTime = 0;                  // frames left
     WeaponManager* weaponManager = nullptr;        // not owned
     ExplosionManager* explosionManager = nullptr;  // not owned
-    int32_t engineLevel = 0;       // 0 to 4
-    int32_t homingMissiles = 0;    // how many may be in flight at once
+    int32_t engineLevel = 0;                       // 0 to 4
+    int32_t homingMissiles = 0;                    // how many may be in flight at once
     int32_t dumbfireMissiles = 0;
-    int32_t missileCapacity = 2;   // upper limit of both
-    int32_t missileSpeed = 0;      // speed level
-    int32_t bullets = 3;           // how many other shots may be in flight at once
-    int32_t bulletCapacity = 12;   // upper limit of that
-    int32_t fireDelay = 7;         // frames between two volleys
-    int32_t fireCooldown = 0;      // frames left before the next one
+    int32_t missileCapacity = 2;  // upper limit of both
+    int32_t missileSpeed = 0;     // speed level
+    int32_t bullets = 3;          // how many other shots may be in flight at once
+    int32_t bulletCapacity = 12;  // upper limit of that
+    int32_t fireDelay = 7;        // frames between two volleys
+    int32_t fireCooldown = 0;     // frames left before the next one
     bool autofire = false;
-    bool destroyed = false;        // hit beyond the shields; handled by the next Update
-    uint32_t suckerMask = 0;       // bit k: sucker 351 + k collected
-    int32_t bonusCountdown = 0;    // frames until the full-power bonus; 0 = none pending
+    bool destroyed = false;      // hit beyond the shields; handled by the next Update
+    uint32_t suckerMask = 0;     // bit k: sucker 351 + k collected
+    int32_t bonusCountdown = 0;  // frames until the full-power bonus; 0 = none pending
     bool hasMagnet = false;
     bool strongMagnet = false;
     bool magnetActive = false;
-    int32_t recentreTime = 0;      // frames left of the glide
+    int32_t recentreTime = 0;  // frames left of the glide
 };

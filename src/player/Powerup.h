@@ -36,10 +36,10 @@ public:
     static void SetView(int32_t newView);
 
 private:
-    bool stationary;      // neither falls nor expires
+    bool stationary;  // neither falls nor expires
     Vec3 position;
-    float spin = 0.0F;    // degrees
-    float life = 0.0F;    // frames left
-    uint32_t model = 0;   // display list
-    int32_t kind = 0;     // its code
+    float spin = 0.0F;   // degrees
+    float life = 0.0F;   // frames left
+    uint32_t model = 0;  // display list
+    int32_t kind = 0;    // its code
 };

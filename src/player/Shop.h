@@ -48,8 +48,8 @@ private:
     std::array<Powerup, kMaxItems> displays;  // display i shows items[i]
     std::array<bool, kMaxItems> buyable = {};
     int32_t itemCount = 0;
-    float ringStep = 0.0F;      // degrees between neighbours
-    int32_t selected = 0;       // ring position in front
+    float ringStep = 0.0F;  // degrees between neighbours
+    int32_t selected = 0;   // ring position in front
     bool turning = false;
     int32_t turnDirection = 1;  // -1 or +1
     int32_t turnFrames = 0;     // frames left of the turn

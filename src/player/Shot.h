@@ -28,14 +28,14 @@ public:
     // Switches off the lights that the last frame's shots took; light 0 belongs to the scene.
     static void ResetLights();
 
-    Colour colour;         // of its light
+    Colour colour;  // of its light
     Vec3 position;
-    Vec3 velocity;         // units per frame; not used by homing missiles
+    Vec3 velocity;  // units per frame; not used by homing missiles
     int32_t damage = 0;
-    int32_t life = 0;      // frames left
+    int32_t life = 0;  // frames left
     bool isMissile = false;
-    int32_t missileKind = 0;  // 0 homing, 1 dumbfire
-    float homingSpeed = 0.0F;  // units per frame of a homing missile
+    int32_t missileKind = 0;       // 0 homing, 1 dumbfire
+    float homingSpeed = 0.0F;      // units per frame of a homing missile
     GameObject* target = nullptr;  // enemy that a homing missile chases; of the current level
     uint32_t model = 0;            // display list
 

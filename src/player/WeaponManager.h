@@ -63,8 +63,8 @@ private:
 
     bool playerSide;
     Pool<Shot> shots;
-    int32_t liveHoming = 0;    // missiles in flight
+    int32_t liveHoming = 0;  // missiles in flight
     int32_t liveDumbfire = 0;
-    int32_t shotsHit = 0;      // since the last Clear
+    int32_t shotsHit = 0;  // since the last Clear
     int32_t shotsFired = 0;
 };

@@ -88,10 +88,10 @@ private:
     bool defaultsApplied = false;  // no preferences file was read
     int16_t screenWidth = 800;     // pixels
     int16_t screenHeight = 600;
-    uint8_t colourBits = 32;       // colour depth
+    uint8_t colourBits = 32;           // colour depth
     std::vector<ServerEntry> servers;  // never empty
     std::string proxyHost;             // one word, at most 259 characters
     int32_t proxyPort = 8080;
-    int32_t useProxy = 0;              // used when above 0
+    int32_t useProxy = 0;                        // used when above 0
     Keys keys = {'I', 'K', 'J', 'L', ' ', 'B'};  // virtual-key codes in action order
 };

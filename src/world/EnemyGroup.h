@@ -42,10 +42,10 @@ private:
     void ForfeitBonus();
     void Launch();
 
-    int32_t startFrame = 0;      // frame of the wave at which the group starts
-    bool launching = false;      // launching, flying, drawn and updated
-    bool cleared = false;        // every ship has been destroyed
-    int32_t bonus = 0;           // points for destroying all of it; can be forfeited
+    int32_t startFrame = 0;  // frame of the wave at which the group starts
+    bool launching = false;  // launching, flying, drawn and updated
+    bool cleared = false;    // every ship has been destroyed
+    int32_t bonus = 0;       // points for destroying all of it; can be forfeited
     int32_t launched = 0;
     int32_t launchInterval = 0;  // frames between two launches
     int32_t launchTimer = 0;

@@ -17,11 +17,11 @@ class WeaponManager;
 // What a group hands to each of its ships.
 struct EnemyOrders {
     int32_t type = 0;
-    const Path* path = nullptr;  // of the level; outlives the ship
-    int32_t row = 0;             // formation row: index of the group in its wave
-    int32_t rowLength = 1;       // ships in the row
-    int32_t fireChance = 0;      // fires in a frame with a chance of one in so many; 0 = never
-    int32_t diveChance = 0;      // dives out of the formation likewise
+    const Path* path = nullptr;      // of the level; outlives the ship
+    int32_t row = 0;                 // formation row: index of the group in its wave
+    int32_t rowLength = 1;           // ships in the row
+    int32_t fireChance = 0;          // fires in a frame with a chance of one in so many; 0 = never
+    int32_t diveChance = 0;          // dives out of the formation likewise
     std::vector<int32_t> diveKinds;  // waypoints of a dive, in order; 1 to 5
 };
 
@@ -30,8 +30,8 @@ public:
     static constexpr int kMaxGuns = 4;
     static constexpr float kFormationSpeed = 0.45F;  // units per frame towards the slot
     static constexpr float kDiveSpeed = 0.5F;
-    static constexpr float kTurnStep = 9.0F;         // degrees per frame
-    static constexpr int kSwayLimit = 75;            // frames from the middle to either side
+    static constexpr float kTurnStep = 9.0F;  // degrees per frame
+    static constexpr int kSwayLimit = 75;     // frames from the middle to either side
 
     // `orders` belongs to the group and outlives the ship.
     EnemyShip(const EnemyOrders& orders, int32_t column);
@@ -64,15 +64,15 @@ private:
     void ExplodeBoss();
 
     const EnemyOrders& orders;
-    int32_t column;               // place in the row, from 0
+    int32_t column;  // place in the row, from 0
     int32_t scoreValue = 0;
-    float speed = 0.0F;           // units per frame along the path
-    float heading = 0.0F;         // degrees about Y
-    int pathIndex = 1;            // path point that it flies towards
+    float speed = 0.0F;    // units per frame along the path
+    float heading = 0.0F;  // degrees about Y
+    int pathIndex = 1;     // path point that it flies towards
     bool finishedPath = false;
-    int32_t diveIndex = 0;        // entry of the dive kinds being flown
+    int32_t diveIndex = 0;  // entry of the dive kinds being flown
     bool diving = false;
-    float diveTolerance = 0.0F;   // extra arrival distance of the current dive kind
+    float diveTolerance = 0.0F;  // extra arrival distance of the current dive kind
     Vec3 diveTarget;
 
     // Shared by all enemies and never reset, so the sway carries on from wave to wave.

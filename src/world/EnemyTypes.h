@@ -6,13 +6,13 @@
 #include <cstdint>
 
 struct EnemyType {
-    int32_t type;             // as level files name it
+    int32_t type;  // as level files name it
     const char* model;
     int32_t scoreValue;
     int32_t hitPoints;
     int32_t shields;
-    float speed;              // units per frame along the flight path
-    int32_t weapon;           // weapon kind
+    float speed;     // units per frame along the flight path
+    int32_t weapon;  // weapon kind
     std::array<float, 4> shieldColour;
 };
 

@@ -33,7 +33,7 @@ private:
         float life = 0.0F;  // 1 at the start, used as alpha; dead at 0 or below
         float fade = 0.0F;  // taken from life each frame
         Vec3 position;
-        Vec3 velocity;      // units per frame
+        Vec3 velocity;  // units per frame
         bool alive = false;
     };
     void DrawScore() const;

@@ -27,12 +27,12 @@ private:
     Vec3 position;
     float driftX = 0.0F;  // units per frame
     float driftY = 0.0F;
-    float speed = 0.0F;   // along Z, down the screen
-    Vec3 angle;           // degrees about X, Y and Z
-    Vec3 spin;            // degrees per frame
+    float speed = 0.0F;  // along Z, down the screen
+    Vec3 angle;          // degrees about X, Y and Z
+    Vec3 spin;           // degrees per frame
     uint32_t displayList = 0;
     const Bounds* bounds = nullptr;
-    int32_t kind = 0;     // index into kSceneryModels
+    int32_t kind = 0;  // index into kSceneryModels
     SceneryLayer layer = SceneryLayer::Foreground;
     int32_t hitPoints = 0;
 };

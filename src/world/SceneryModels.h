@@ -25,7 +25,11 @@ constexpr std::array<SceneryModel, 12> kSceneryModels = {{
     {"Objects\\Planet2.aob", 0},
 }};
 
-enum class SceneryLayer : int32_t { Foreground = 0, Intermed = 1, Background = 2 };
+enum class SceneryLayer : int32_t {
+    Foreground = 0,
+    Intermed = 1,
+    Background = 2
+};
 
 constexpr std::array<std::array<int32_t, 4>, 3> kSceneryKinds = {{
     {10, 0, 1, 2},

@@ -37,14 +37,14 @@ public:
 
 protected:
     Vec3 position;
-    int32_t weapon = 0;     // weapon kind (player/WeaponKinds.h); 0 fires nothing
-    Bounds box;             // of the model; all 0 when it failed to load
-    int32_t hitPoints = 0;  // hull strength
-    int32_t shields = 0;    // never left below 0
-    float radius = 0.0F;    // length of (box.maxX, box.maxY, box.maxZ)
-    Vec3 centre;            // middle of the box
+    int32_t weapon = 0;                      // weapon kind (player/WeaponKinds.h); 0 fires nothing
+    Bounds box;                              // of the model; all 0 when it failed to load
+    int32_t hitPoints = 0;                   // hull strength
+    int32_t shields = 0;                     // never left below 0
+    float radius = 0.0F;                     // length of (box.maxX, box.maxY, box.maxZ)
+    Vec3 centre;                             // middle of the box
     std::array<float, 4> shieldColour = {};  // RGBA
-    uint32_t model = 0;     // display list; 0 when no model is loaded
+    uint32_t model = 0;                      // display list; 0 when no model is loaded
 
     static void DrawSphere(float sphereRadius, int slices, int stacks);
 };
