@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "game/NameEntry.h"
 #include "world/AttackWave.h"
 
 class EnemyShip;
@@ -94,6 +95,8 @@ private:
     std::unique_ptr<PowerupManager> powerups;
     std::unique_ptr<SceneryManager> scenery;
     std::unique_ptr<TitleScreen> title;
+
+    NameEntry nameEntry;
 
     int32_t level = 0;            // number of the current level, 1 to 36
     int32_t levelsCompleted = 0;  // in this game

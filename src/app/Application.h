@@ -1,0 +1,21 @@
+#pragma once
+
+// The program's spine: creates every long-lived object in a fixed order, turns messages into frames
+// and key states, and releases everything in a fixed order.
+
+#include "platform/Messages.h"
+
+// Fills the registry. When a step fails, or the player refuses the window, the shut-down has
+// already run and the quit message waits in the queue: entering the message loop then ends the
+// program at once.
+void StartUp();
+
+// Empties the registry, closes the log and posts the quit message with that exit code. Does nothing
+// the second time.
+void ShutDown(int exitCode);
+
+// Registered as the window procedure by StartUp.
+void HandleMessage(const platform::Message& message);
+
+// The message loop: until the quit message. Returns the exit code.
+int RunMessageLoop();
