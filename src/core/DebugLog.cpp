@@ -23,6 +23,9 @@ void OpenDebugLog() {
     {
         const std::lock_guard guard(LogLock());
         debugLog = platform::OpenFile("Data\\debug.out", "w");
+        if (debugLog != nullptr) {
+            std::setvbuf(debugLog, nullptr, _IOLBF, BUFSIZ);  // a crash leaves what led to it
+        }
     }
     Log("File opened\n");
 }

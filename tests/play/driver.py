@@ -120,7 +120,7 @@ class Game:
             self.key(name)
 
     def log_now(self):
-        """The log so far. It is buffered: a running program's log can lack its last lines."""
+        """The log so far."""
         path = self.folder / "Data" / "debug.out"
         return path.read_text(errors="replace") if path.exists() else ""
 
