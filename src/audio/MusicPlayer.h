@@ -4,6 +4,7 @@
 // played in a thread of its own, endlessly.
 
 #include <atomic>
+#include <condition_variable>
 #include <cstdint>
 #include <mutex>
 #include <string>
@@ -56,6 +57,7 @@ private:
     bool OpenTrack();
     void CloseTrack();
     void SetRequest(Request newRequest);
+    void WaitForRequest(int milliseconds);
 
     // Written by one side and read by the other, without a lock.
     std::atomic<State> state{State::Stopped};     // by the music thread
@@ -64,6 +66,10 @@ private:
     std::atomic<int32_t> currentTrack{-1};
     std::vector<std::string> tracks;  // file names; fixed once the thread runs
     platform::MusicGraph graph;
+    bool graphOpen = false;  // a track has been opened; belongs to the music thread
     std::atomic<bool> ending{false};
+    // Only wake the music thread; what it reads are the atomic words above.
+    std::mutex wakeLock;
+    std::condition_variable wake;
     std::thread thread;
 };

@@ -14,7 +14,7 @@ public:
 
     static SoundManager* Instance();
     static void DestroyInstance();
-    virtual ~SoundManager() = default;
+    virtual ~SoundManager();  // Shutdown, where that was not called
 
     // Opens the sound device and loads every effect; without a device the game runs silently.
     void Init();

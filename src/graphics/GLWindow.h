@@ -5,10 +5,12 @@
 // register at start-up, and the window walks its list whenever a context comes or goes, so it needs
 // to know none of them.
 
+#include <array>
 #include <cstdint>
 #include <vector>
 
 #include "graphics/Text.h"
+#include "platform/Font.h"
 #include "platform/Window.h"
 
 // Called with the context current. Any may be null.
@@ -22,6 +24,7 @@ struct GLTenant {
 class GLWindow {
 public:
     static constexpr int kViewBlendFrames = 150;
+    static constexpr const char* kTitle = "Nebulorix v1.0.0";
 
     GLWindow();  // size, depth and antialiasing from the preferences
 
@@ -39,6 +42,9 @@ public:
     // After a re-creation: every list and texture under its old identifier.
     void RebuildGLResources();
     bool IsFullscreen() const { return fullscreen; }
+    // Whether a context is current. GL objects that outlive it went with it: who releases them at
+    // shut-down asks first and makes no GL call without one.
+    static bool HasContext() { return hasContext; }
 
     // Viewport and perspective for a client area of this size in pixels; resets the model-view.
     void ResizeView(int width, int height);
@@ -72,18 +78,25 @@ public:
     void ShowGLInfo();
 
 private:
-    bool SetupPixelFormat(int& samples) const;
+    bool EnterFullscreenMode();
+    bool CreateWindowAndContext(const char* title);
     bool FailCreation(const char* boxText, const char* logLine);
+    bool SetupPixelFormat(int& samples) const;
+    bool FindMultisampling();
     void SetupGLState();
+    static void SetupFog();
+    static void SetupBlending();
+    void DropContext();
 
+    static bool hasContext;
     std::vector<GLTenant> tenants;
+    bool tenantsCreated = false;        // their `created` has run for the present context
     bool multisampleAvailable = false;  // a multisample format has been found and is in use
-    bool multisampleEnabled = false;    // starts as the antialiasing preference
-    int16_t width = 0;                  // client size in pixels
-    int16_t height = 0;
-    uint8_t bits = 0;  // colour depth of full screen
+    bool multisampleEnabled;            // starts as the antialiasing preference
+    int16_t width;                      // client size in pixels
+    int16_t height;
+    uint8_t bits;  // colour depth of full screen
     bool fullscreen = true;
-    bool rebuildPending = false;
     uint32_t polygonMode;  // last set through SetPolygonMode
     uint32_t polygonFace;
     uint32_t lightLimit = 0;
@@ -91,5 +104,7 @@ private:
     int32_t viewTransition = 0;  // frames left of the blend from previousView to view
     int32_t previousView = 1;
     uint32_t fontBase = 0;
+    std::array<platform::Glyph, platform::kGlyphCount> glyphs;  // of the text font
+    bool glyphsMade = false;
     platform::ContextHandle context = nullptr;
 };

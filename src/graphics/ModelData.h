@@ -5,9 +5,12 @@
 #include <array>
 #include <cstdint>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "core/Geometry.h"
+
+class AobText;
 
 enum class TextureKind : int32_t {
     C = 1,  // replaces the lit colour; the whole picture on every face
@@ -58,16 +61,21 @@ public:
     std::vector<MaterialSwitch> separators;
     Bounds bounds;  // widened while the model is compiled; always contains the origin
 
-    // Reads the whole file `fileName`. True = failure, with a line in the log that names the file
-    // and the reason unless the file is simply missing; the model is then empty. Every count, index
-    // and name is checked, so a model that loads can be drawn.
+    // Reads the whole file `fileName`. True = failure; the model is then empty. What is malformed
+    // is named in the log with the file and the reason; a file that is missing, too large or no
+    // model file at all fails without a word. Every count, index and name is checked, so a model
+    // that loads can be drawn.
     bool ReadAobFile();
 
-    // Empties everything but the file name.
+    // Gives the memory of faces, materials and switches back; name and bounds stay.
     void FreeModel();
 
 private:
-    bool ReadHeader(const std::string& text, size_t& blockStart, size_t& faceCount);
-    bool ReadFaces(const std::string& text, size_t blockStart, size_t faceCount);
-    bool ReadMaterials(const std::string& text, size_t position, size_t materialCount);
+    bool ReadAll(std::string_view bytes);
+    bool ReadSeparators(AobText& text);
+    bool ReadFaces(AobText& text, std::string_view bytes, int32_t faceCount);
+    bool ReadMaterials(AobText& text);
+    bool ReadMaterial(AobText& text, Material& material);
+    bool ReadTexture(AobText& text, const Material& material, MaterialTexture& texture);
+    bool Reject(const std::string& reason) const;
 };

@@ -59,17 +59,23 @@ private:
     ObjectManager();
 
     uint32_t NewList();
+    uint32_t NewTexture();
+    uint32_t Build(const char* fileName, Bounds& bounds);
     void Compile(uint32_t list);
     void EmitFace(const Face& face, bool pictureOnEachFace);
     void EmitMaterial(const Material& material);
+
+    // Materials.cpp. What is emitted goes into the display list being compiled.
     void CacheTextures();
+    void CacheTexture(const MaterialTexture& texture, int position, bool& failed);
+    static bool LoadTexture(const std::string& name, TextureKind kind, uint32_t textureId);
     uint32_t FindTexture(const std::string& name, TextureKind kind) const;
     static void ApplyMaterial(const Material& material);
     void ApplyTexture(const MaterialTexture& texture, int position, bool& unitZeroUsed);
     static void SetTexGen(const MaterialTexture& texture);
     void ApplyReflection(float reflection);
     void LoadReflectionMaps();
-    void SelectUnit(int unit);
+    void SelectUnit(int unit) const;
 
     ModelData model;  // the model being loaded
     bool multitexture = false;
@@ -78,5 +84,5 @@ private:
     std::vector<CachedTexture> textureCache;
     IdRange lists;
     IdRange textures;
-    uint32_t reflectionLists[2] = {};
+    uint32_t reflectionLists[2] = {};  // weak and strong reflection; 0 when its map was not built
 };

@@ -23,9 +23,9 @@ public:
     void FrameBegins(int64_t now);
 
 private:
-    bool swapPaces = false;  // the buffer swap alone gives the pace
-    int64_t nextFrame = 0;   // time at which the next frame is due; 0 before the first
-    int64_t frameIndex = 0;  // frames since `epoch`, so that rounding never adds up
+    bool swapPaces = false;   // the buffer swap alone gives the pace
+    int64_t nextFrame = 0;    // time at which the next frame is due; 0 before the first
+    int64_t frameIndex = 0;   // frames since `epoch`, so that rounding never adds up
     int64_t epoch = 0;
 };
 

@@ -9,15 +9,15 @@
 namespace platform {
 
 enum class MessageKind {
-    Paint,       // draw and update one frame
-    Size,        // width, height: the new client size in pixels
-    KeyDown,     // code: virtual key; sent again while the key repeats
-    KeyUp,       // code: virtual key; also sent for every held key when the window loses the focus
-    SysKeyDown,  // code: virtual key pressed while Alt is held
+    Paint,      // draw and update one frame
+    Size,       // width, height: the new client size in pixels
+    KeyDown,    // code: virtual key; sent again while the key repeats
+    KeyUp,      // code: virtual key; also sent for every held key when the window loses the focus
+    SysKeyDown, // code: virtual key pressed while Alt is held
     MouseMove,
-    Close,    // the player or the desktop asks the window to close
-    Tray,     // code: kTrayLeftButton or kTrayRightButton
-    Command,  // code: the command id of a menu item
+    Close,      // the player or the desktop asks the window to close
+    Tray,       // code: kTrayLeftButton or kTrayRightButton
+    Command,    // code: the command id of a menu item
 };
 
 constexpr int kTrayLeftButton = 1;

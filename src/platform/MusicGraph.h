@@ -14,14 +14,14 @@ public:
     MusicGraph(const MusicGraph&) = delete;
     MusicGraph& operator=(const MusicGraph&) = delete;
 
-    bool IsReady() const;                    // the sound device takes music
+    bool IsReady() const;  // the sound device takes music
     bool Open(const std::string& gamePath);  // true = not a file that can be played
     bool Run();                              // true = failure; also continues after Pause
     void Pause();
     void Stop();
     // Waits until the track has ended (true) or the time is over (false).
     bool WaitForCompletion(int milliseconds);
-    // Ends a wait that another thread is in.
+    // Ends a wait that another thread is in or, where none is, the next one.
     void Interrupt();
     // Hundredths of a decibel, 0 (full) down to -10000 (silent); kept for the next track too.
     void SetVolume(int hundredthsOfDecibel);

@@ -78,11 +78,20 @@ public:
     bool IsMagnetActive(bool& strong) const;  // fitted, and Fire2 held in this frame
 
 private:
-    bool LoseLife();
-    void FullPowerBonus();
+    // What the player asks for in this frame: steering to the right and up, at most 0.2 each.
+    struct Input {
+        float horizontal = 0.0F;
+        float vertical = 0.0F;
+        bool fire = false;
+    };
+
+    void ResetShip();
     void RecentreStep();
-    bool ReadInputAndMove();  // returns whether fire is held
+    Input ReadInput();  // also decides whether the magnet is on
+    void Move(const Input& input);
     void FireWeapons(bool fire);
+    bool LoseLife();  // true: it was the last
+    void FullPowerBonus();
 
     float roll = 0.0F;  // degrees
     float pitch = 0.0F;
@@ -100,11 +109,12 @@ private:
     int32_t fireDelay = 7;        // frames between two volleys
     int32_t fireCooldown = 0;     // frames left before the next one
     bool autofire = false;
+    bool fireReleased = true;    // fire has been seen up since it was last used
     bool destroyed = false;      // hit beyond the shields; handled by the next Update
     uint32_t suckerMask = 0;     // bit k: sucker 351 + k collected
     int32_t bonusCountdown = 0;  // frames until the full-power bonus; 0 = none pending
     bool hasMagnet = false;
     bool strongMagnet = false;
-    bool magnetActive = false;
-    int32_t recentreTime = 0;  // frames left of the glide
+    bool magnetActive = false;  // Fire2 is held in this frame
+    int32_t recentreTime = 0;   // frames left of the glide
 };

@@ -5,6 +5,7 @@
 
 #include <array>
 #include <cstdint>
+#include <vector>
 
 #include "player/PlayerShip.h"
 #include "player/Powerup.h"
@@ -16,14 +17,14 @@ public:
     static constexpr int32_t kExitItem = -1;
     static constexpr int32_t kPreviewItem = -2;  // the preview ship's place
 
-    Shop();
+    Shop() = default;
     virtual ~Shop() = default;
 
     // Fills the ring with what `moneyNow` buys. True when at least one item is affordable.
     bool Open(int32_t moneyNow);
     // One frame of input; true when the player leaves.
     bool Update();
-    void Draw();
+    void Draw();  // in camera view 1
 
     // The ring: items are powerup entries, kExitItem or kPreviewItem.
     int32_t ItemCount() const { return itemCount; }
@@ -35,17 +36,18 @@ public:
     const PlayerShip& PreviewShip() const { return previewShip; }
 
 private:
-    void AddItem(int32_t item, uint32_t model, int32_t code);
+    void SetItem(int32_t ringPosition, int32_t item, uint32_t model, int32_t code);
     void UpdateBuyable();
     void UpdatePreview();
     void Turn(int32_t direction);
-    bool Buy();
+    bool Buy();  // true: it was the exit
     void DrawRing() const;
-    void DrawRacks() const;
+    void DrawPreview();
     void DrawLabel() const;
 
     std::array<int32_t, kMaxItems> items = {};
-    std::array<Powerup, kMaxItems> displays;  // display i shows items[i]
+    // Display i shows items[i].
+    std::vector<Powerup> displays = std::vector<Powerup>(kMaxItems, Powerup(true));
     std::array<bool, kMaxItems> buyable = {};
     int32_t itemCount = 0;
     float ringStep = 0.0F;  // degrees between neighbours

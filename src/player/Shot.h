@@ -10,7 +10,7 @@
 class ExplosionManager;
 class LevelManager;
 
-class Shot : public GameObject {
+class Shot final : public GameObject {
 public:
     Vec3 GetPosition() const override { return position; }
     void Draw() override;
@@ -22,7 +22,9 @@ public:
     void InitFrom(const Shot& other);
     int32_t GetDamage() const { return damage; }
     // Whether the shot lies in the target's box; a hit is heard.
-    bool HitTest(const GameObject& target) const;
+    bool HitTest(const GameObject& hitTarget) const;
+    // The sounds of a hit.
+    void SoundHit() const;
 
     static void SetLinks(LevelManager* levelManager, ExplosionManager* explosions);
     // Switches off the lights that the last frame's shots took; light 0 belongs to the scene.
@@ -34,10 +36,12 @@ public:
     int32_t damage = 0;
     int32_t life = 0;  // frames left
     bool isMissile = false;
-    int32_t missileKind = 0;       // 0 homing, 1 dumbfire
-    float homingSpeed = 0.0F;      // units per frame of a homing missile
-    GameObject* target = nullptr;  // enemy that a homing missile chases; of the current level
-    uint32_t model = 0;            // display list
+    int32_t missileKind = 0;   // 0 homing, 1 dumbfire
+    float homingSpeed = 0.0F;  // units per frame of a homing missile
+    // The enemy that a homing missile chases; it belongs to the current level. Null when that has
+    // gone: the missile then looks for another in its next update.
+    GameObject* target = nullptr;
+    uint32_t model = 0;  // display list
 
 private:
     bool Home();

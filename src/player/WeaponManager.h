@@ -30,6 +30,7 @@ public:
 
     // Loads the shot and missile models (GL context needed). True = failure: logged.
     static bool LoadModels();
+    // Who finds the missiles' targets, and who shows them bursting; the shots get both as well.
     static void SetLinks(LevelManager* levelManager, ExplosionManager* explosions);
     static uint32_t MissileModel(int32_t missileKind);
 
@@ -55,10 +56,16 @@ public:
     const Shot& GetShot(int index) const { return shots.Live(index); }
 
 private:
-    Shot& TakeShot(const Ship& ship, int32_t kind);
-    Shot& TakeCopy(const Shot& first);
-    bool FireVolley(int32_t kind, const Ship& ship);
-    bool FireMissiles(const Ship& ship, const FireAllowance& allowance);
+    using Volley = std::array<Shot*, kMaxVolley>;
+
+    Shot& TakeShot();
+    void FireVolley(int32_t kind, const Ship& ship);
+    void PlaceDouble(const Volley& volley, const Ship& ship) const;
+    void SpreadTriple(const Volley& volley) const;
+    void PlaceQuad(const Volley& volley, const Ship& ship) const;
+    bool FireMissile(int32_t missileKind, const Ship& ship, const FireAllowance& allowance);
+    int BulletsInFlight() const { return LiveCount() - (liveHoming + liveDumbfire); }
+    void NoteRemoval(const Shot& shot);
     void Remove(int index);
 
     bool playerSide;

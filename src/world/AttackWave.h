@@ -10,7 +10,7 @@
 
 class AttackWave {
 public:
-    static constexpr int kMaxGroups = 32;
+    static constexpr int kMaxGroups = 1000;
 
     AttackWave() = default;
     virtual ~AttackWave() = default;

@@ -12,8 +12,9 @@ using PathTable = std::vector<std::unique_ptr<Path>>;
 
 class EnemyGroup {
 public:
-    static constexpr int kMaxShips = 64;
+    static constexpr int kMaxShips = 1000;  // a slip of the pen, not a formation
     static constexpr int kMaxDiveKinds = 5;
+    static constexpr int32_t kMaxBonus = 100'000'000;  // of a group or a wave
 
     explicit EnemyGroup(int32_t row);
     virtual ~EnemyGroup() = default;
@@ -41,6 +42,7 @@ public:
 private:
     void ForfeitBonus();
     void Launch();
+    void MakeShips(int32_t count);
 
     int32_t startFrame = 0;  // frame of the wave at which the group starts
     bool launching = false;  // launching, flying, drawn and updated

@@ -17,12 +17,14 @@ class WeaponManager;
 // What a group hands to each of its ships.
 struct EnemyOrders {
     int32_t type = 0;
-    const Path* path = nullptr;      // of the level; outlives the ship
-    int32_t row = 0;                 // formation row: index of the group in its wave
-    int32_t rowLength = 1;           // ships in the row
-    int32_t fireChance = 0;          // fires in a frame with a chance of one in so many; 0 = never
-    int32_t diveChance = 0;          // dives out of the formation likewise
-    std::vector<int32_t> diveKinds;  // waypoints of a dive, in order; 1 to 5
+    const Path* path = nullptr;  // of the level; outlives the ship
+    int32_t row = 0;             // formation row: index of the group in its wave
+    int32_t rowLength = 1;       // ships in the row
+    int32_t fireChance = 0;      // fires in a frame with a chance of one in so many; 0 = never
+    int32_t diveChance = 0;      // dives out of the formation likewise
+    // Waypoints of a dive, in order; at least one. 0 and 5: where the player was when the ship set
+    // out for it; 1 to 4: fixed points at either side; any other: the player, wherever it flies.
+    std::vector<int32_t> diveKinds;
 };
 
 class EnemyShip : public Ship {
@@ -31,7 +33,7 @@ public:
     static constexpr float kFormationSpeed = 0.45F;  // units per frame towards the slot
     static constexpr float kDiveSpeed = 0.5F;
     static constexpr float kTurnStep = 9.0F;  // degrees per frame
-    static constexpr int kSwayLimit = 75;     // frames from the middle to either side
+    static constexpr int kSwayLimit = 75;     // sway steps from the middle to either side
 
     // `orders` belongs to the group and outlives the ship.
     EnemyShip(const EnemyOrders& orders, int32_t column);
@@ -53,13 +55,17 @@ public:
     // The whole formation drifts from side to side, one step a frame.
     static void UpdateFormationSway();
     static int32_t GetFormationSway() { return formationSway; }
+    // The game never does this; tools and tests that want the same flight again do.
+    static void ResetFormationSway();
 
 private:
+    void HoldFormation();
     void TurnTowards(float target);
     Vec3 FormationSlot() const;
     void MoveToFormation();
     void StartDive();
     void DiveStep(float& wantedHeading);
+    void FireAtRandom();
     void Explode();
     void ExplodeBoss();
 

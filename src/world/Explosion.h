@@ -21,8 +21,8 @@ public:
     void TakeDamage(int /*amount*/) override {}
     Bounds GetBounds() const override { return {}; }  // nothing collides with an explosion
 
-    // The debris colour, drawn once for the whole game, and the GL objects, which live as long as
-    // the GL context.
+    // The debris colour, drawn once for the whole game, and the quadric of the rings, which lives
+    // as long as the GL context.
     static void InitResources();
     static void FreeResources();
     static void CreateGLObjects();
@@ -36,6 +36,8 @@ private:
         Vec3 velocity;  // units per frame
         bool alive = false;
     };
+    void DrawDebris() const;
+    void DrawRings() const;
     void DrawScore() const;
 
     std::array<Particle, kParticles> particles;

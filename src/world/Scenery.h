@@ -23,6 +23,9 @@ public:
     int32_t GetKind() const { return kind; }
 
 private:
+    void PlaceForeground();
+    void PlaceFar();
+
     bool inUse = false;
     Vec3 position;
     float driftX = 0.0F;  // units per frame

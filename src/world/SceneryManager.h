@@ -27,13 +27,21 @@ public:
     void Draw();
 
     const Scenery& GetForeground(int index) const { return foreground[index]; }
+    const Scenery& GetIntermediate() const { return intermediate; }
+    const Scenery& GetBackground() const { return background; }
 
 private:
-    void PlaceNew(Scenery& object, SceneryLayer layer);
+    static void PlaceNew(Scenery& object, SceneryLayer layer);
     static int32_t PickModel(SceneryLayer layer);
+    static void CollideForeground(Scenery& object);
+    void DrawLayers();
 
     StarField stars;
     std::array<Scenery, kForegroundObjects> foreground;
     Scenery intermediate;
     Scenery background;
+
+    static int32_t viewMode;  // last given to SetViewMode
+    static WeaponManager* playerWeapons;
+    static ExplosionManager* explosionManager;
 };

@@ -26,6 +26,8 @@ public:
     bool LoadModel(const char* fileName);
     void SetShieldColour(float red, float green, float blue, float alpha);
     void CalculateBounds();  // radius and centre from the box
+    void CalculateRadius();
+    void CalculateCentre();
 
     int32_t GetWeapon() const { return weapon; }
     int32_t GetShields() const { return shields; }
@@ -46,5 +48,9 @@ protected:
     std::array<float, 4> shieldColour = {};  // RGBA
     uint32_t model = 0;                      // display list; 0 when no model is loaded
 
+    // Draws a sphere about the origin with the shared quadric; nothing while there is none.
     static void DrawSphere(float sphereRadius, int slices, int stacks);
+
+private:
+    void DrawShield() const;
 };

@@ -12,11 +12,7 @@ public:
 
     void ResetAll();  // all start from one line and spread out by their speeds
     void Update();
-    void Draw();
-
-    // The list that draws one point; lives as long as the GL context.
-    static void CreatePointList();
-    static void DeletePointList();
+    void Draw() const;
 
 private:
     struct Star {
