@@ -1,13 +1,16 @@
 # Makes named data of the given files for platform::FindResource: NAME.wav becomes the resource NAME
-# of type "WAVE", NAME.png the resource NAME of type "PICTURE". Files that do not exist are left out.
+# of type "WAVE", NAME.png the resource NAME of type "PICTURE". Files that do not exist are left out; the
+# build takes them up when they appear.
 function(embed_resources out_var)
   set(table "")
   set(assembly "    .section .rodata\n")
   set(index 0)
   set(found "")
+  set(declarations "")
   foreach(file ${ARGN})
     get_filename_component(path ${file} ABSOLUTE)
-    if(NOT EXISTS ${path})
+    file(GLOB present CONFIGURE_DEPENDS ${path})
+    if(NOT present)
       continue()
     endif()
     get_filename_component(name ${file} NAME_WE)

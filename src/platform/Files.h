@@ -28,7 +28,8 @@ bool ReadWholeText(const std::string& gamePath, std::string& text, size_t limit)
 // crash or a full disk at any moment leaves the old content or the new one, never a mixture.
 bool WriteWholeFile(const std::string& gamePath, const void* data, size_t size);
 
-// Names of the entries of a folder, "." and ".." left out; empty when there is no such folder.
+// Names of the entries of a folder in byte order, "." and ".." left out; empty when there is no
+// such folder.
 std::vector<std::string> ListFolder(const std::string& gamePath);
 
 }  // namespace platform

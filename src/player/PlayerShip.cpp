@@ -38,6 +38,8 @@ constexpr float kBankAngle = 50.0F;     // degrees for each unit per frame
 constexpr std::array<float, PlayerShip::kEngineLevels> kEngineSpeed = {0.75F, 1.0F, 1.35F, 1.75F,
                                                                        2.2F};
 
+constexpr std::array<GLfloat, 4> kNoGlow = {0.0F, 0.0F, 0.0F, 1.0F};
+
 // How the ship moves in a camera view: always in the plane that faces the camera.
 struct Steering {
     Vec3 horizontal;  // where steering right goes
@@ -435,13 +437,20 @@ void PlayerShip::Draw() {
     glCallList(engineMods[engineLevel]);
     glCallList(weaponMods[weapon]);
     if (invulnerableTime != 0) {
-        const float strength = static_cast<float>(invulnerableTime) / kBonusProtection;
-        glColor4f(0.2F, 0.9F, 0.5F, strength * 0.5F + 0.15F);
-        ObjectManager::Instance()->DisableTextures();
-        glTranslatef(centre.x, centre.y, centre.z);
-        DrawSphere(radius * 1.1F, 10, 10);
+        DrawBubble();
     }
     glPopMatrix();
+}
+
+// The bubble of an invulnerable ship fades as its time runs out. It is drawn in the ship's frame
+// after the guns, whose material must not tint it.
+void PlayerShip::DrawBubble() const {
+    const float strength = static_cast<float>(invulnerableTime) / kBonusProtection;
+    glColor4f(0.2F, 0.9F, 0.5F, strength * 0.5F + 0.15F);
+    glMaterialfv(GL_FRONT_AND_BACK, GL_EMISSION, kNoGlow.data());
+    ObjectManager::Instance()->DisableTextures();
+    glTranslatef(centre.x, centre.y, centre.z);
+    DrawSphere(radius * 1.1F, 10, 10);
 }
 
 // In a row across the top of the view, whatever the camera does.

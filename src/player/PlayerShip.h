@@ -92,6 +92,7 @@ private:
     void FireWeapons(bool fire);
     bool LoseLife();  // true: it was the last
     void FullPowerBonus();
+    void DrawBubble() const;
 
     float roll = 0.0F;  // degrees
     float pitch = 0.0F;

@@ -1,0 +1,146 @@
+#include "platform/Messages.h"
+
+#include "platform/FramePacer.h"
+#include "platform/Random.h"
+#include "platform/null/MessageQueue.h"
+#include "platform/null/NullState.h"
+
+namespace platform {
+
+namespace {
+
+constexpr int64_t kSecond = 1000000000;
+
+struct State {
+    MessageQueue queue;
+    WindowProcedure procedure = nullptr;
+    void (*idlePump)() = nullptr;
+    void (*frameHook)(int64_t) = nullptr;
+    int64_t paints = 0;
+};
+
+State& TheState() {
+    static State state;
+    return state;
+}
+
+void RunIdlePump() {
+    if (TheState().idlePump != nullptr) {
+        TheState().idlePump();
+    }
+}
+
+// The clock stands at a whole number of frames since its start when nothing else moves it.
+void AdvanceOneFrame(int64_t frame) {
+    const int64_t before = frame * kSecond / FramePacer::kFramesPerSecond;
+    const int64_t after = (frame + 1) * kSecond / FramePacer::kFramesPerSecond;
+    null::AdvanceClock(after - before);
+}
+
+}  // namespace
+
+void SetWindowProcedure(WindowProcedure procedure) {
+    TheState().procedure = procedure;
+}
+
+bool GetMessage(Message& message) {
+    State& state = TheState();
+    RunIdlePump();
+    const bool canPaint = null::TheWindow().exists && null::TheWindow().visible;
+    if (state.queue.Count() == 0 && canPaint && !state.queue.QuitRequested() &&
+        state.frameHook != nullptr) {
+        state.frameHook(state.paints);  // may post messages, which then come first
+    }
+    if (state.queue.Take(message)) {
+        return true;
+    }
+    if (state.queue.QuitRequested() || !canPaint) {
+        return false;
+    }
+    AdvanceOneFrame(state.paints);
+    ++state.paints;
+    message = Message{};
+    message.kind = MessageKind::Paint;
+    message.window = null::GameWindow();
+    return true;
+}
+
+bool PeekMessage(Message& message) {
+    RunIdlePump();
+    return TheState().queue.Take(message);
+}
+
+void DispatchMessage(const Message& message) {
+    SendMessage(message);
+}
+
+void SendMessage(const Message& message) {
+    if (TheState().procedure != nullptr) {
+        TheState().procedure(message);
+    }
+}
+
+void PostMessage(const Message& message) {
+    TheState().queue.Post(message);
+}
+
+void PostQuit(int exitCode) {
+    TheState().queue.RequestQuit(exitCode);
+}
+
+int ExitCode() {
+    return TheState().queue.ExitCode();
+}
+
+void Pause(int milliseconds) {
+    RunIdlePump();
+    null::AdvanceClock(int64_t{1000000} * milliseconds);
+}
+
+void SetIdlePump(void (*pump)()) {
+    TheState().idlePump = pump;
+}
+
+namespace null {
+
+void SetFrameHook(void (*hook)(int64_t frame)) {
+    TheState().frameHook = hook;
+}
+
+int64_t PaintsDelivered() {
+    return TheState().paints;
+}
+
+void PressKey(int virtualKey) {
+    PostMessage({MessageKind::KeyDown, null::GameWindow(), virtualKey, 0, 0});
+}
+
+void ReleaseKey(int virtualKey) {
+    PostMessage({MessageKind::KeyUp, null::GameWindow(), virtualKey, 0, 0});
+}
+
+void ForgetWindowMessages(WindowHandle window) {
+    TheState().queue.Forget(window);
+}
+
+void ResetMessages() {
+    State& state = TheState();
+    state.queue.Clear();
+    state.procedure = nullptr;
+    state.idlePump = nullptr;
+    state.frameHook = nullptr;
+    state.paints = 0;
+}
+
+void Reset() {
+    TheSystem() = System{};
+    ResetWindow();
+    ResetMessages();
+    ResetClock();
+    ResetGl();
+    SeedRandom(1);
+}
+
+}  // namespace null
+
+}  // namespace platform
