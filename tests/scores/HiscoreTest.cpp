@@ -35,6 +35,7 @@ TEST_F(HiscoreTableTest, ANewResultRanksBelowOlderOnesWithItsScore) {
 TEST_F(HiscoreTableTest, TheFileKeepsEveryFieldAndHidesTheNames) {
     HiscoreTable table;
     table.Insert(0x01020304, "ABCDEFGHIJKLMNOPQRST", 40, 12.5F);
+    table.Insert(1999, "Bob", 1, 0.0F);
     ASSERT_FALSE(table.Save("Data\\NXHS.bin"));
     const std::string file = ReadBack();
     ASSERT_EQ(file.size(), 800U);
@@ -107,7 +108,10 @@ std::string Answer() {
 }
 
 TEST(HiscoreProtocol, RequestsAreExactToTheByte) {
-    HiscoreServer server = {.host = "h.test", .path = "/p", .port = 8080};
+    HiscoreServer server;
+    server.host = "h.test";
+    server.path = "/p";
+    server.port = 8080;
     EXPECT_EQ(TableRequestStart(server), "GET /p?Op=SetScores&V=");
     EXPECT_EQ(ScoreRequestStart(server), "GET /p?Op=SetScore&V=");
     server.useProxy = true;
