@@ -127,8 +127,7 @@ void TitleScreen::DrawLogoPage() {
         glFrontFace(GL_CCW);
         glPopMatrix();
         glDisable(GL_CLIP_PLANE0);
-        // The floor is bare glass: without this it would wear the logo's last picture.
-        ObjectManager::Instance()->DisableTextures();
+        // The floor wears the picture of the logo's last material: dark tiles.
         glDisable(GL_LIGHTING);
         glColor4f(1.0F, 1.0F, 1.0F, 0.5F);
         DrawFloor();

@@ -7,6 +7,7 @@
 
 #include "core/DebugLog.h"
 #include "core/Registry.h"
+#include "core/Version.h"
 #include "graphics/GLExtensions.h"
 #include "graphics/ObjectManager.h"
 #include "platform/MessageBox.h"
@@ -73,7 +74,7 @@ bool GLWindow::AskFullscreen() {
                               BoxButtons::YesNo, BoxIcon::Question)) {
         fullscreen = false;
     }
-    if (CreateGLWindow(kTitle, width, height, bits)) {
+    if (CreateGLWindow(kWindowTitle, width, height, bits)) {
         // The shut-down that this starts frees this object.
         platform::SendMessage({.kind = platform::MessageKind::Close, .window = hWnd});
         return true;
@@ -243,7 +244,7 @@ void GLWindow::DestroyGLWindow() {
 bool GLWindow::ToggleFullscreen() {
     DestroyGLWindow();
     fullscreen = !fullscreen;
-    return CreateGLWindow(kTitle, width, height, bits);
+    return CreateGLWindow(kWindowTitle, width, height, bits);
 }
 
 // The tenants' own objects go before the models are compiled: in a new context their identifiers

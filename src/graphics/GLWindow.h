@@ -24,7 +24,6 @@ struct GLTenant {
 class GLWindow {
 public:
     static constexpr int kViewBlendFrames = 150;
-    static constexpr const char* kTitle = "Nebulorix v1.0.0";
 
     GLWindow();  // size, depth and antialiasing from the preferences
 
@@ -42,6 +41,8 @@ public:
     // After a re-creation: every list and texture under its old identifier.
     void RebuildGLResources();
     bool IsFullscreen() const { return fullscreen; }
+    // For the next creation; who asks the player uses AskFullscreen.
+    void SetFullscreen(bool on) { fullscreen = on; }
     // Whether a context is current. GL objects that outlive it went with it: who releases them at
     // shut-down asks first and makes no GL call without one.
     static bool HasContext() { return hasContext; }

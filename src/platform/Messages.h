@@ -9,15 +9,15 @@
 namespace platform {
 
 enum class MessageKind {
-    Paint,      // draw and update one frame
-    Size,       // width, height: the new client size in pixels
-    KeyDown,    // code: virtual key; sent again while the key repeats
-    KeyUp,      // code: virtual key; also sent for every held key when the window loses the focus
-    SysKeyDown, // code: virtual key pressed while Alt is held
+    Paint,       // draw and update one frame
+    Size,        // width, height: the new client size in pixels
+    KeyDown,     // code: virtual key; sent again while the key repeats
+    KeyUp,       // code: virtual key; also sent for every held key when the window loses the focus
+    SysKeyDown,  // code: virtual key pressed while Alt is held
     MouseMove,
-    Close,      // the player or the desktop asks the window to close
-    Tray,       // code: kTrayLeftButton or kTrayRightButton
-    Command,    // code: the command id of a menu item
+    Close,    // the player or the desktop asks the window to close
+    Tray,     // code: kTrayLeftButton or kTrayRightButton
+    Command,  // code: the command id of a menu item
 };
 
 constexpr int kTrayLeftButton = 1;
@@ -54,5 +54,9 @@ int ExitCode();
 // Stops the game for so long while the desktop still gets its answers, so that the window never
 // looks hung. Input that arrives meanwhile waits in the queue.
 void Pause(int milliseconds);
+
+// A function that GetMessage, PeekMessage and Pause call in each of their rounds, so that a toolkit
+// with an event loop of its own gets its turn beside the game. Null for none.
+void SetIdlePump(void (*pump)());
 
 }  // namespace platform

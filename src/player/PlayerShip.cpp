@@ -42,11 +42,11 @@ constexpr std::array<GLfloat, 4> kNoGlow = {0.0F, 0.0F, 0.0F, 1.0F};
 
 // How the ship moves in a camera view: always in the plane that faces the camera.
 struct Steering {
-    Vec3 horizontal;  // where steering right goes
-    Vec3 vertical;    // where steering up goes
-    float bank;       // roll when steering right
-    float nose;       // pitch when steering up
-    Vec3 limit;       // of the position, to both sides of the middle
+    Vec3 horizontal;    // where steering right goes
+    Vec3 vertical;      // where steering up goes
+    float bank = 0.0F;  // roll when steering right
+    float nose = 0.0F;  // pitch when steering up
+    Vec3 limit;         // of the position, to both sides of the middle
 };
 constexpr float kFree = std::numeric_limits<float>::infinity();
 constexpr std::array<Steering, 5> kSteering = {{

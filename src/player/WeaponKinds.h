@@ -25,11 +25,11 @@ enum MissileId : int32_t {
 };
 
 struct WeaponKind {
-    int32_t shotsPerVolley;
-    float speed;     // units per frame along Z, away from the firing side
-    int32_t damage;  // of one shot
-    int32_t life;    // frames
-    Colour light;    // that a shot casts
+    int32_t shotsPerVolley = 0;
+    float speed = 0.0F;  // units per frame along Z, away from the firing side
+    int32_t damage = 0;  // of one shot
+    int32_t life = 0;    // frames
+    Colour light;        // that a shot casts
 };
 
 // Row 0 is no weapon.
@@ -64,9 +64,9 @@ constexpr float kTripleSpread = 0.2F;       // sideways, of the triple laser's o
 constexpr float kQuadSpread = 0.1F;  // along Y, of the quad laser's outer shots in side views
 
 struct MissileKind {
-    float speed;  // units per frame at speed level 0
-    int32_t damage;
-    int32_t life;  // frames
+    float speed = 0.0F;  // units per frame at speed level 0
+    int32_t damage = 0;
+    int32_t life = 0;  // frames
     Colour light;
 };
 

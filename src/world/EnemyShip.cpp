@@ -71,9 +71,9 @@ std::optional<Vec3> DiveTarget(int32_t kind) {
 
 // Guns of the enemies that do not fire from their middle.
 struct GunPlace {
-    int32_t weapon;
-    int32_t type;
-    int count;
+    int32_t weapon = 0;
+    int32_t type = 0;
+    int count = 0;
     std::array<Vec3, EnemyShip::kMaxGuns> guns;
 };
 constexpr std::array<GunPlace, 3> kGunPlaces = {{
@@ -113,10 +113,10 @@ EnemyShip::EnemyShip(const EnemyOrders& orders, int32_t column) : orders(orders)
     }
 }
 
-void EnemyShip::SetManagers(WeaponManager* ofPlayer, WeaponManager* ofEnemies,
+void EnemyShip::SetManagers(WeaponManager* playerWeapons, WeaponManager* enemyWeapons,
                             ExplosionManager* explosions, PowerupManager* powerups) {
-    playerWeapons = ofPlayer;
-    enemyWeapons = ofEnemies;
+    EnemyShip::playerWeapons = playerWeapons;
+    EnemyShip::enemyWeapons = enemyWeapons;
     explosionManager = explosions;
     powerupManager = powerups;
 }

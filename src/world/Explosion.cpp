@@ -26,7 +26,7 @@ constexpr float kFirstRadius = 0.1F;
 constexpr float kRingGrowth = 0.2F;  // units per frame
 constexpr int kRingSlices = 14;
 // The rings are flat and of one colour, so more loops than one would only draw the same picture in
-// more, smaller pieces.
+// more, smaller pieces: 14 loops cost a software renderer seven times as much.
 constexpr int kRingLoops = 1;
 
 Colour debrisColour;

@@ -19,6 +19,7 @@ public:
     bool Reset();
 
     int ActiveCount() const { return explosions.LiveCount(); }
+    const Explosion& GetExplosion(int index) const { return explosions.Live(index); }
 
 private:
     Pool<Explosion> explosions{kCapacity};

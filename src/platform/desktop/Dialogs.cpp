@@ -17,7 +17,7 @@ GtkWidget* MakeDialog(const char* title) {
                                     "Cancel", GTK_RESPONSE_CANCEL, nullptr);
     gtk_dialog_set_default_response(GTK_DIALOG(dialog), GTK_RESPONSE_OK);
     gtk_window_set_resizable(GTK_WINDOW(dialog), FALSE);
-    return dialog;
+    return HoldGtkDialog(dialog);
 }
 
 GtkGrid* AddGrid(GtkWidget* dialog) {

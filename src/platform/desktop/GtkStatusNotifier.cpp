@@ -156,6 +156,7 @@ void RegisterItem(GDBusConnection* bus) {
 }
 
 void OnWatcherAppeared(GDBusConnection* bus, const gchar*, const gchar*, gpointer) {
+    g_dbus_connection_set_exit_on_close(bus, FALSE);  // the game outlives its desktop's bus
     notifier.hasHost = true;
     if (notifier.object == 0) {
         RegisterItem(bus);

@@ -61,6 +61,10 @@ void PumpGtk() {
     }
 }
 
+GtkWidget* HoldGtkDialog(GtkWidget* dialog) {
+    return GTK_WIDGET(g_object_ref(dialog));
+}
+
 int RunGtkDialog(GtkWidget* dialog) {
     GtkWindow* window = GTK_WINDOW(dialog);
     GtkWindow* parent = runningDialog;
@@ -83,6 +87,7 @@ int RunGtkDialog(GtkWidget* dialog) {
 
 void DestroyGtkDialog(GtkWidget* dialog) {
     gtk_widget_destroy(dialog);
+    g_object_unref(dialog);
     PumpGtk();
     gdk_display_flush(gdk_display_get_default());
 }

@@ -18,6 +18,8 @@ bool GtkReady();
 // Handles what waits for GTK, without waiting. The message queue calls it each round.
 void PumpGtk();
 
+// Holds a new dialog until DestroyGtkDialog, also when the display takes its window away before.
+GtkWidget* HoldGtkDialog(GtkWidget* dialog);
 // Brings the dialog to the front and waits for its answer (a GTK response id). The game's window
 // goes on answering the desktop meanwhile. A box shown while a dialog runs belongs to that dialog.
 int RunGtkDialog(GtkWidget* dialog);

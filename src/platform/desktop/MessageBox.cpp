@@ -58,7 +58,7 @@ GtkWidget* MakeBox(const char* text, const char* caption, BoxButtons buttons, Bo
     if (question) {
         g_signal_connect(dialog, "key-press-event", G_CALLBACK(OnQuestionKey), nullptr);
     }
-    return dialog;
+    return HoldGtkDialog(dialog);
 }
 
 }  // namespace

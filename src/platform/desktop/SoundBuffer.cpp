@@ -2,7 +2,9 @@
 
 #include <SDL_mixer.h>
 
+#include <algorithm>
 #include <climits>
+#include <cstring>
 #include <memory>
 #include <vector>
 
@@ -35,19 +37,16 @@ int TakeChannel() {
     return TakeChannel();
 }
 
-using AudioStream = std::unique_ptr<SDL_AudioStream, decltype(&SDL_FreeAudioStream)>;
-
-AudioStream MakeConverter(const PcmFormat& format) {
+// SDL's audio streams lose the end of what they resample, so the whole wave is converted at once.
+// True = failure.
+bool BuildConverter(const PcmFormat& format, SDL_AudioCVT& converter) {
     int rate = 0;
     Uint16 sampleFormat = 0;
     int channels = 0;
-    SDL_AudioStream* stream = nullptr;
-    if (Mix_QuerySpec(&rate, &sampleFormat, &channels) != 0) {
-        stream = SDL_NewAudioStream(format.bitsPerSample == 8 ? AUDIO_U8 : AUDIO_S16LSB,
-                                    static_cast<Uint8>(format.channels), format.samplesPerSecond,
-                                    sampleFormat, static_cast<Uint8>(channels), rate);
-    }
-    return {stream, &SDL_FreeAudioStream};
+    return Mix_QuerySpec(&rate, &sampleFormat, &channels) == 0 ||
+           SDL_BuildAudioCVT(&converter, format.bitsPerSample == 8 ? AUDIO_U8 : AUDIO_S16LSB,
+                             static_cast<Uint8>(format.channels), format.samplesPerSecond,
+                             sampleFormat, static_cast<Uint8>(channels), rate) < 0;
 }
 
 // Null when the data cannot be played.
@@ -55,28 +54,28 @@ std::shared_ptr<Samples> Convert(const PcmFormat& format, const uint8_t* samples
     const bool known = (format.channels == 1 || format.channels == 2) &&
                        (format.bitsPerSample == 8 || format.bitsPerSample == 16) &&
                        format.samplesPerSecond > 0;
-    if (!known) {
+    SDL_AudioCVT converter = {};
+    if (!known || BuildConverter(format, converter)) {
         return nullptr;
     }
     const size_t frame = static_cast<size_t>(format.channels) * format.bitsPerSample / 8;
     const size_t whole = size - size % frame;
-    if (whole == 0 || whole > INT_MAX / 16) {
-        return nullptr;
-    }
-    const AudioStream stream = MakeConverter(format);
-    if (!stream || SDL_AudioStreamPut(stream.get(), samples, static_cast<int>(whole)) != 0 ||
-        SDL_AudioStreamFlush(stream.get()) != 0) {
+    if (whole == 0 || whole > static_cast<size_t>(INT_MAX / std::max(converter.len_mult, 1))) {
         return nullptr;
     }
     auto converted = std::make_shared<Samples>();
-    converted->bytes.resize(SDL_AudioStreamAvailable(stream.get()));
-    const int length = static_cast<int>(converted->bytes.size());
-    if (length == 0 ||
-        SDL_AudioStreamGet(stream.get(), converted->bytes.data(), length) != length) {
+    converted->bytes.resize(whole * std::max(converter.len_mult, 1));
+    std::memcpy(converted->bytes.data(), samples, whole);
+    converter.buf = converted->bytes.data();
+    converter.len = static_cast<int>(whole);
+    converter.len_cvt = converter.len;  // what it stays when nothing needs converting
+    if (SDL_ConvertAudio(&converter) != 0 || converter.len_cvt == 0) {
         return nullptr;
     }
+    converted->bytes.resize(converter.len_cvt);
+    converted->bytes.shrink_to_fit();
     converted->chunk.abuf = converted->bytes.data();
-    converted->chunk.alen = length;
+    converted->chunk.alen = converter.len_cvt;
     converted->chunk.volume = MIX_MAX_VOLUME;
     return converted;
 }

@@ -95,17 +95,28 @@ void StartTray(const char* iconResource, const char* tip) {
     StartStatusNotifier(picture, tip, OnNotifierClicked);
 }
 
+// An item that cannot be chosen is dimmed; the picture keeps its colours.
+GtkWidget* MakePicture(const char* resource) {
+    GdkPixbuf* picture = LoadPicture(resource);
+    GtkWidget* image = gtk_image_new_from_pixbuf(picture);
+    g_clear_object(&picture);
+    GtkCssProvider* style = gtk_css_provider_new();
+    gtk_css_provider_load_from_data(style, "image { -gtk-icon-effect: none; opacity: 1; }", -1,
+                                    nullptr);
+    gtk_style_context_add_provider(gtk_widget_get_style_context(image), GTK_STYLE_PROVIDER(style),
+                                   GTK_STYLE_PROVIDER_PRIORITY_APPLICATION);
+    g_object_unref(style);
+    return image;
+}
+
 GtkWidget* MakeItem(const TrayMenuItem& item) {
     GtkWidget* widget = nullptr;
     switch (item.kind) {
-        case TrayMenuItem::Kind::Picture: {
+        case TrayMenuItem::Kind::Picture:
             widget = gtk_menu_item_new();
-            GdkPixbuf* picture = LoadPicture(item.text);
-            gtk_container_add(GTK_CONTAINER(widget), gtk_image_new_from_pixbuf(picture));
-            g_clear_object(&picture);
+            gtk_container_add(GTK_CONTAINER(widget), MakePicture(item.text));
             gtk_widget_set_sensitive(widget, FALSE);
             break;
-        }
         case TrayMenuItem::Kind::Separator:
             widget = gtk_separator_menu_item_new();
             break;

@@ -5,22 +5,22 @@
 namespace platform {
 
 int OpenController(bool& found) {
-    NullMedia& media = Media();
+    null::NullMedia& media = null::Media();
     found = media.controllerError == 0 && media.controllerAttached;
     media.controllerOpen = found;
     return media.controllerError;
 }
 
 void CloseController() {
-    Media().controllerOpen = false;
+    null::Media().controllerOpen = false;
 }
 
 bool ControllerHasForceFeedback() {
-    return Media().controllerOpen && Media().controllerForceFeedback;
+    return null::Media().controllerOpen && null::Media().controllerForceFeedback;
 }
 
 bool ReadController(ControllerState& state) {
-    const NullMedia& media = Media();
+    const null::NullMedia& media = null::Media();
     if (!media.controllerOpen || !media.controllerAttached) {
         return true;
     }

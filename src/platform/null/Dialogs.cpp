@@ -22,14 +22,14 @@ void RunInputs(std::deque<Fields>& inputs, const std::function<bool(const Fields
 
 void RunProxyDialog(const ProxyFields& initial,
                     const std::function<bool(const ProxyFields&)>& accept) {
-    Media().proxyDialogs.push_back(initial);
-    RunInputs(Media().proxyInputs, accept);
+    null::Media().proxyDialogs.push_back(initial);
+    RunInputs(null::Media().proxyInputs, accept);
 }
 
 void RunServerDialog(const ServerFields& initial,
                      const std::function<bool(const ServerFields&)>& accept) {
-    Media().serverDialogs.push_back(initial);
-    RunInputs(Media().serverInputs, accept);
+    null::Media().serverDialogs.push_back(initial);
+    RunInputs(null::Media().serverInputs, accept);
 }
 
 }  // namespace platform

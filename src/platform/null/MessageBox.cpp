@@ -5,7 +5,7 @@
 namespace platform {
 
 bool MessageBox(const char* text, const char* caption, BoxButtons buttons, BoxIcon icon) {
-    NullMedia& media = Media();
+    null::NullMedia& media = null::Media();
     media.boxes.push_back({text, caption, buttons, icon});
     if (media.boxAnswers.empty()) {
         return buttons == BoxButtons::Ok;

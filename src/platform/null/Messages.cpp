@@ -1,8 +1,8 @@
 #include "platform/Messages.h"
 
 #include "platform/FramePacer.h"
+#include "platform/MessageQueue.h"
 #include "platform/Random.h"
-#include "platform/null/MessageQueue.h"
 #include "platform/null/NullState.h"
 
 namespace platform {

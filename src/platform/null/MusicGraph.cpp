@@ -13,7 +13,7 @@ namespace {
 struct Player {
     std::mutex lock;
     std::condition_variable changed;
-    NullMusic music;
+    null::NullMusic music;
     bool deviceWorks = true;
     bool ended = false;
     bool interrupted = false;
@@ -33,7 +33,7 @@ struct MusicGraph::State {};
 MusicGraph::MusicGraph() : state(nullptr) {}
 
 MusicGraph::~MusicGraph() {
-    if (!Music().openFile.empty()) {
+    if (!null::Music().openFile.empty()) {
         Stop();
     }
 }
@@ -96,6 +96,8 @@ void MusicGraph::SetVolume(int hundredthsOfDecibel) {
     ThePlayer().music.volume = hundredthsOfDecibel;
 }
 
+namespace null {
+
 NullMusic Music() {
     const std::lock_guard guard(ThePlayer().lock);
     return ThePlayer().music;
@@ -118,5 +120,7 @@ void EndMusicTrack() {
     player.ended = true;
     player.changed.notify_all();
 }
+
+}  // namespace null
 
 }  // namespace platform

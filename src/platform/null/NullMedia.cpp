@@ -1,6 +1,6 @@
 #include "platform/null/NullMedia.h"
 
-namespace platform {
+namespace platform::null {
 
 NullMedia& Media() {
     static auto* media = new NullMedia;  // outlives every object that a test leaves behind
@@ -12,4 +12,4 @@ void ResetMedia() {
     SetMusic(true);
 }
 
-}  // namespace platform
+}  // namespace platform::null

@@ -29,6 +29,8 @@ struct SoundBuffer {
     int stops = 0;  // of StopBuffer
 };
 
+namespace null {
+
 struct ShownBox {
     std::string text;
     std::string caption;
@@ -98,5 +100,7 @@ NullMusic Music();  // a copy of the present state
 void SetMusic(bool deviceWorks, const std::set<std::string>& unplayable = {});
 // The running track ends.
 void EndMusicTrack();
+
+}  // namespace null
 
 }  // namespace platform

@@ -6,26 +6,26 @@
 namespace platform {
 
 bool OpenSoundDevice() {
-    Media().soundDeviceOpen = Media().soundDeviceWorks;
-    return !Media().soundDeviceOpen;
+    null::Media().soundDeviceOpen = null::Media().soundDeviceWorks;
+    return !null::Media().soundDeviceOpen;
 }
 
 void CloseSoundDevice() {
-    Media().soundDeviceOpen = false;
+    null::Media().soundDeviceOpen = false;
 }
 
 SoundBufferHandle CreateSoundBuffer(const PcmFormat& format, const uint8_t* samples, size_t size) {
     const bool playable = (format.channels == 1 || format.channels == 2) &&
                           (format.bitsPerSample == 8 || format.bitsPerSample == 16) &&
                           format.samplesPerSecond > 0 && size > 0;
-    if (!Media().soundDeviceOpen || !playable) {
+    if (!null::Media().soundDeviceOpen || !playable) {
         return nullptr;
     }
     auto buffer = std::make_unique<SoundBuffer>();
     buffer->format = format;
     buffer->samples = samples;
     buffer->size = size;
-    return Media().soundBuffers.emplace_back(std::move(buffer)).get();
+    return null::Media().soundBuffers.emplace_back(std::move(buffer)).get();
 }
 
 SoundBufferHandle DuplicateSoundBuffer(SoundBufferHandle original) {
@@ -38,7 +38,7 @@ SoundBufferHandle DuplicateSoundBuffer(SoundBufferHandle original) {
 }
 
 void ReleaseSoundBuffer(SoundBufferHandle buffer) {
-    std::erase_if(Media().soundBuffers,
+    std::erase_if(null::Media().soundBuffers,
                   [buffer](const auto& held) { return held.get() == buffer; });
 }
 
@@ -61,6 +61,8 @@ void SetBufferVolume(SoundBufferHandle buffer, int hundredthsOfDecibel) {
     buffer->volume = hundredthsOfDecibel;
 }
 
+namespace null {
+
 std::vector<SoundBuffer*> SoundCopies(const char* resource) {
     const Resource wave = FindResource(resource, "WAVE");
     std::vector<SoundBuffer*> copies;
@@ -79,5 +81,7 @@ int SoundPlays(const char* resource) {
     }
     return plays;
 }
+
+}  // namespace null
 
 }  // namespace platform

@@ -5,7 +5,7 @@
 namespace platform {
 
 bool AddTrayIcon(const char* iconResource, const char* tip) {
-    NullMedia& media = Media();
+    null::NullMedia& media = null::Media();
     ++media.trayAdds;
     media.trayIcon = iconResource;
     media.trayTip = tip;
@@ -14,7 +14,7 @@ bool AddTrayIcon(const char* iconResource, const char* tip) {
 }
 
 bool RemoveTrayIcon() {
-    NullMedia& media = Media();
+    null::NullMedia& media = null::Media();
     ++media.trayRemovals;
     const bool wasShown = media.trayIconShown;
     media.trayIconShown = false;
@@ -22,12 +22,12 @@ bool RemoveTrayIcon() {
 }
 
 void PopupTrayMenu(const std::vector<TrayMenuItem>& items) {
-    std::vector<ShownMenuItem> shown;
+    std::vector<null::ShownMenuItem> shown;
     shown.reserve(items.size());
     for (const TrayMenuItem& item : items) {
         shown.push_back({item.kind, item.text, item.command});
     }
-    Media().trayMenus.push_back(shown);
+    null::Media().trayMenus.push_back(shown);
 }
 
 }  // namespace platform

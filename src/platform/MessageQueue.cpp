@@ -1,4 +1,4 @@
-#include "platform/null/MessageQueue.h"
+#include "platform/MessageQueue.h"
 
 #include <algorithm>
 
