@@ -7,6 +7,7 @@ import contextlib
 import io
 import os
 import pathlib
+import re
 import shutil
 import signal
 import subprocess
@@ -70,7 +71,7 @@ class Display:
 
     def window(self, title):
         """Id of the visible window with that title, or None."""
-        found = self.run("xdotool", "search", "--onlyvisible", "--name", f"^{title}$", check=False)
+        found = self.run("xdotool", "search", "--onlyvisible", "--name", f"^{re.escape(title)}$", check=False)
         return found.split()[-1] if found.split() else None
 
     def wait_for_window(self, title, seconds=20.0):
