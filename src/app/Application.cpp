@@ -46,18 +46,6 @@ void MakeDataFolder() {
     std::filesystem::create_directory(platform::ResolvePath("Data"), ignored);
 }
 
-// Those that keep GL objects of their own, in the order in which they want them created.
-void AddTenants(GLWindow& window) {
-    window.AddTenant(
-        {.created = [] { SetTrayIcon(true); }, .destroying = [] { SetTrayIcon(false); }});
-    window.AddTenant({.created = Ship::CreateQuadric, .destroying = Ship::DeleteQuadric});
-    window.AddTenant({.created = [] { WeaponManager::LoadModels(); }});
-    window.AddTenant({.created = [] { SceneryManager::LoadModels(); }});
-    window.AddTenant({.created = [] { PowerupManager::LoadModels(); }});
-    window.AddTenant(
-        {.dropForRebuild = Explosion::DeleteGLObjects, .rebuild = Explosion::CreateGLObjects});
-}
-
 void RequestClose() {
     platform::SendMessage({.kind = platform::MessageKind::Close, .window = hWnd});
 }
@@ -68,7 +56,9 @@ void RequestClose() {
 void OpenWindow() {
     glExtensions = new GLExtensions;
     glWindow = new GLWindow;
-    AddTenants(*glWindow);
+    glWindow->AddTenant(
+        {.created = [] { SetTrayIcon(true); }, .destroying = [] { SetTrayIcon(false); }});
+    AddGameTenants(*glWindow);
     glWindow->AskFullscreen();  // asks to close when it fails
 }
 
@@ -164,6 +154,15 @@ void HandleCommand(int command) {
 }
 
 }  // namespace
+
+void AddGameTenants(GLWindow& window) {
+    window.AddTenant({.created = Ship::CreateQuadric, .destroying = Ship::DeleteQuadric});
+    window.AddTenant({.created = [] { WeaponManager::LoadModels(); }});
+    window.AddTenant({.created = [] { SceneryManager::LoadModels(); }});
+    window.AddTenant({.created = [] { PowerupManager::LoadModels(); }});
+    window.AddTenant(
+        {.dropForRebuild = Explosion::DeleteGLObjects, .rebuild = Explosion::CreateGLObjects});
+}
 
 void StartUp() {
     shutDown = false;

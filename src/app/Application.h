@@ -5,6 +5,8 @@
 
 #include "platform/Messages.h"
 
+class GLWindow;
+
 // Fills the registry. When a step fails, or the player refuses the window, the shut-down has
 // already run and the quit message waits in the queue: entering the message loop then ends the
 // program at once.
@@ -13,6 +15,10 @@ void StartUp();
 // Empties the registry, closes the log and posts the quit message with that exit code. Does nothing
 // the second time.
 void ShutDown(int exitCode);
+
+// Registers the parts of the game that keep GL objects of their own with the window, in the order
+// in which they want them created. Called by StartUp, and by tools that draw the game themselves.
+void AddGameTenants(GLWindow& window);
 
 // Registered as the window procedure by StartUp.
 void HandleMessage(const platform::Message& message);

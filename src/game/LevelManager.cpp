@@ -156,12 +156,27 @@ bool LevelManager::UpdatePlaying(GameState& next) {
 }
 
 bool LevelManager::CompleteLevel(GameState& next) {
-    if ((levelsCompleted + 1) % kShopInterval == 0 && powerups->OpenShop(money)) {
+    if ((levelsCompleted + 1) % kShopInterval == 0 && EnterShop()) {
         next = GameState::Shop;
-        glWindow->SetView(1);
         return false;
     }
     return NextLevel();
+}
+
+// The shop opens only when something is affordable; the camera then looks from above at once.
+bool LevelManager::EnterShop() {
+    if (!powerups->OpenShop(money)) {
+        return false;
+    }
+    glWindow->SetView(1);
+    return true;
+}
+
+bool LevelManager::OpenShopNow() {
+    if (EnterShop()) {
+        state = GameState::Shop;
+    }
+    return state == GameState::Shop;
 }
 
 bool LevelManager::UpdateShop(GameState& next) {

@@ -70,6 +70,9 @@ public:
     // Starts a game at a level of choice, as if the title had been left and the game started: for
     // the autopilot, the benchmarks and the pictures.
     void StartAt(int32_t firstLevel);
+    // Opens the shop at once, if there is something to afford: for the pictures. Returns whether it
+    // is open.
+    bool OpenShopNow();
 
 private:
     GameState StartGame();
@@ -79,6 +82,7 @@ private:
     void HandleKeys(GameState& next);
     bool NextLevel();
     bool CompleteLevel(GameState& next);
+    bool EnterShop();
     bool UpdateWaves();
     GameState GameOverStep();
     GameState CheckHiscore();

@@ -14,7 +14,7 @@ public:
     MusicGraph(const MusicGraph&) = delete;
     MusicGraph& operator=(const MusicGraph&) = delete;
 
-    bool IsReady() const;  // the sound device takes music
+    bool IsReady() const;                    // the sound device takes music
     bool Open(const std::string& gamePath);  // true = not a file that can be played
     bool Run();                              // true = failure; also continues after Pause
     void Pause();

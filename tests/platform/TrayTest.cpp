@@ -32,7 +32,7 @@ constexpr int kToggle = 55556;
 constexpr int kExit = 55555;
 
 bool Succeeds(const std::string& command) {
-    return std::system((command + " >/dev/null 2>&1").c_str()) == 0;
+    return std::system(("{ " + command + "; } >/dev/null 2>&1").c_str()) == 0;
 }
 
 // A person at the keyboard: waits for the window of that title, then does each thing in turn.
@@ -60,8 +60,10 @@ class PrivateBus : public testing::Environment {
 public:
     void SetUp() override {
         setenv("NO_AT_BRIDGE", "1", 1);
+        const std::string display = std::getenv("DISPLAY");
         bus = g_test_dbus_new(G_TEST_DBUS_NONE);
         g_test_dbus_up(bus);
+        setenv("DISPLAY", display.c_str(), 1);  // which starting the bus forgets
     }
     void TearDown() override { g_test_dbus_stop(bus); }
 

@@ -169,6 +169,13 @@ void OnWatcherVanished(GDBusConnection*, const gchar*, gpointer) {
     notifier.hasHost = false;
 }
 
+// GLib would start a bus for us where there is none; nobody would listen on that one.
+bool HasSessionBus() {
+    const std::string runtimeBus = std::string(g_get_user_runtime_dir()) + "/bus";
+    return g_getenv("DBUS_SESSION_BUS_ADDRESS") != nullptr ||
+           g_file_test(runtimeBus.c_str(), G_FILE_TEST_EXISTS) != FALSE;
+}
+
 }  // namespace
 
 void StartStatusNotifier(GdkPixbuf* picture, const char* tip,
@@ -176,8 +183,10 @@ void StartStatusNotifier(GdkPixbuf* picture, const char* tip,
     notifier.picture = picture;
     notifier.tip = tip;
     notifier.clicked = clicked;
-    g_bus_watch_name(G_BUS_TYPE_SESSION, kWatcher, G_BUS_NAME_WATCHER_FLAGS_NONE, OnWatcherAppeared,
-                     OnWatcherVanished, nullptr, nullptr);
+    if (HasSessionBus()) {
+        g_bus_watch_name(G_BUS_TYPE_SESSION, kWatcher, G_BUS_NAME_WATCHER_FLAGS_NONE,
+                         OnWatcherAppeared, OnWatcherVanished, nullptr, nullptr);
+    }
 }
 
 void ShowStatusNotifier(bool visible) {

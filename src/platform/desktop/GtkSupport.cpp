@@ -9,8 +9,6 @@
 
 namespace platform {
 
-void SetIdlePump(void (*pump)());
-
 namespace {
 
 constexpr int kMaxEventsInARow = 200;  // GTK may not hold up a frame for ever

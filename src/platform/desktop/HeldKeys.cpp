@@ -1,12 +1,13 @@
 #include "platform/desktop/HeldKeys.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace platform {
 
 int HeldKeys::Press(int scancode, int virtualKey) {
     if (scancode < 0 || scancode >= kPlaces) {
-        return virtualKey;
+        return 0;
     }
     uint8_t& key = held[static_cast<size_t>(scancode)];
     if (key == 0) {
@@ -15,13 +16,11 @@ int HeldKeys::Press(int scancode, int virtualKey) {
     return key;
 }
 
-int HeldKeys::Release(int scancode, int virtualKey) {
+int HeldKeys::Release(int scancode) {
     if (scancode < 0 || scancode >= kPlaces) {
-        return virtualKey;
+        return 0;
     }
-    uint8_t& key = held[static_cast<size_t>(scancode)];
-    const int released = key != 0 ? key : virtualKey;
-    key = 0;
+    const int released = std::exchange(held[static_cast<size_t>(scancode)], uint8_t{0});
     return IsHeld(released) ? 0 : released;
 }
 

@@ -13,10 +13,11 @@ class HeldKeys {
 public:
     static constexpr int kPlaces = 512;  // scan codes
 
-    // The key at `scancode` goes down or repeats. Returns what it was pressed as.
+    // The key at `scancode` goes down or repeats. Returns what it was pressed as; 0 for nothing.
     int Press(int scancode, int virtualKey);
-    // It is let go. Returns the virtual key to report as released; 0 for none.
-    int Release(int scancode, int virtualKey);
+    // It is let go. Returns the virtual key to report as released; 0 for none: it was never
+    // reported as down, or has been taken as released before.
+    int Release(int scancode);
     // Takes one of the keys that are down, whichever; 0 when there is none left.
     int TakeAny();
 

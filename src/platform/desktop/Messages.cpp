@@ -85,9 +85,7 @@ void KeyPressed(const SDL_KeyboardEvent& event) {
 }
 
 void KeyReleased(const SDL_KeyboardEvent& event) {
-    const SDL_Keysym& key = event.keysym;
-    const int released = VirtualKeyOf(key.sym, key.scancode, (key.mod & KMOD_NUM) != 0);
-    const int virtualKey = TheState().held.Release(key.scancode, released);
+    const int virtualKey = TheState().held.Release(event.keysym.scancode);
     if (virtualKey != 0) {
         Post(MessageKind::KeyUp, virtualKey);
     }

@@ -2,10 +2,8 @@
 
 #include "platform/desktop/GtkSupport.h"  // before any header of GDK's own
 
-#include <dlfcn.h>
 #include <gdk/gdkx.h>
 
-#include <cstdlib>
 #include <string>
 
 #include "platform/Messages.h"
@@ -35,16 +33,12 @@ bool HasClassicTray() {
     if (!GDK_IS_X11_DISPLAY(display)) {
         return false;
     }
-    // GTK has loaded Xlib but does not pass this function on.
-    using GetOwner = XID (*)(Display*, Atom);
-    static const auto getOwner =
-        reinterpret_cast<GetOwner>(dlsym(RTLD_DEFAULT, "XGetSelectionOwner"));
     const std::string selection =
         "_NET_SYSTEM_TRAY_S" +
         std::to_string(gdk_x11_screen_get_screen_number(gdk_display_get_default_screen(display)));
-    return getOwner != nullptr &&
-           getOwner(gdk_x11_display_get_xdisplay(display),
-                    gdk_x11_get_xatom_by_name_for_display(display, selection.c_str())) != 0;
+    return XGetSelectionOwner(gdk_x11_display_get_xdisplay(display),
+                              gdk_x11_get_xatom_by_name_for_display(display, selection.c_str())) !=
+           None;
 }
 
 // One icon at a time: the classic tray goes first.

@@ -33,7 +33,7 @@ namespace {
 
 constexpr const char* kDefaultExtensions =
     "GL_ARB_multitexture GL_EXT_texture_env_combine GL_ARB_multisample GL_EXT_bgra";
-const char* extensions = kDefaultExtensions;
+const char* extensionString = kDefaultExtensions;
 
 // Number of elements behind the pointer of a glSomethingfv call.
 int ElementsOf(GLenum parameter) {
@@ -830,7 +830,7 @@ const GLubyte* GLAPIENTRY glGetString(GLenum name) {
             text = "2.1";
             break;
         case GL_EXTENSIONS:
-            text = extensions;
+            text = extensionString;
             break;
         default:
             break;
@@ -866,7 +866,7 @@ const EntryPoint kMultitexture[] = {
 }  // namespace
 
 void* GetProcAddress(const char* name) {
-    if (std::strstr(extensions, "GL_ARB_multitexture") == nullptr) {
+    if (std::strstr(extensionString, "GL_ARB_multitexture") == nullptr) {
         return nullptr;
     }
     const auto* found =
@@ -877,8 +877,8 @@ void* GetProcAddress(const char* name) {
 
 namespace null {
 
-void SetGlExtensions(const char* list) {
-    extensions = list != nullptr ? list : kDefaultExtensions;
+void SetGlExtensions(const char* extensions) {
+    extensionString = extensions != nullptr ? extensions : kDefaultExtensions;
 }
 
 int LiveQuadrics() {

@@ -18,7 +18,7 @@ using Matrix = std::array<float, 16>;
 
 struct MatrixStack {
     static constexpr int kDepth = 32;
-    std::array<Matrix, kDepth> entries;
+    std::array<Matrix, kDepth> entries = {};
     int depth = 0;
     Matrix& Top() { return entries[static_cast<size_t>(depth)]; }
 };
@@ -82,7 +82,7 @@ bool Executing();
 
 // Counts one function's calls; each function has its own, which joins the list at its first call.
 struct CallCounter {
-    const char* name;
+    const char* name = nullptr;
     int64_t count = 0;
     GlCall last = {};
     CallCounter* next = nullptr;

@@ -1,0 +1,308 @@
+// Volleys, allowances, pools, shots and missiles.
+
+#include <GL/gl.h>
+
+#include <vector>
+
+#include "platform/null/NullGl.h"
+#include "player/Collision.h"
+#include "player/PlayerFixture.h"
+
+namespace {
+
+constexpr Vec3 kStart = {0.0F, 0.0F, 10.0F};
+
+struct ExpectedShot {
+    Vec3 offset;  // from the ship
+    Vec3 velocity;
+};
+
+class WeaponTest : public PlayerFixture {
+protected:
+    static void ExpectShots(const WeaponManager& weapons, Vec3 from,
+                            const std::vector<ExpectedShot>& expected, const char* what) {
+        ASSERT_EQ(weapons.LiveCount(), static_cast<int>(expected.size())) << what;
+        for (int i = 0; i < weapons.LiveCount(); ++i) {
+            const Shot& shot = weapons.GetShot(i);
+            EXPECT_TRUE(Near(shot.position, from + expected[i].offset)) << what << ", place " << i;
+            EXPECT_TRUE(Near(shot.velocity, expected[i].velocity)) << what << ", velocity " << i;
+        }
+    }
+    // Volleys until so many bullets of the single laser fly.
+    static void FillWithBullets(WeaponManager& weapons, int count) {
+        for (int i = 0; i < count; ++i) {
+            ASSERT_FALSE(weapons.Fire(kWeaponSingle, *playerShip, {.bullets = 200}));
+        }
+    }
+};
+
+TEST_F(WeaponTest, PlayersVolleysLeaveFromTheBarrelsOfTheView) {
+    struct Case {
+        const char* what;
+        int32_t kind;
+        std::vector<int32_t> views;
+        std::vector<ExpectedShot> shots;
+    };
+    const std::vector<Case> cases = {
+        {"single", 1, {1, 2, 3, 4}, {{{}, {0, 0, -0.5F}}}},
+        {"double", 2, {1, 4}, {{{-2.75F, 0, 0}, {0, 0, -0.6F}}, {{2.75F, 0, 0}, {0, 0, -0.6F}}}},
+        {"double", 2, {2, 3}, {{{0, -0.6F, 0}, {0, 0, -0.6F}}, {{0, 0.6F, 0}, {0, 0, -0.6F}}}},
+        {"triple",
+         3,
+         {1, 4},
+         {{{}, {0, 0, -0.5F}}, {{}, {0.2F, 0, -0.416667F}}, {{}, {-0.2F, 0, -0.416667F}}}},
+        {"triple",
+         3,
+         {2, 3},
+         {{{}, {0, 0, -0.5F}}, {{}, {0, 0.2F, -0.416667F}}, {{}, {0, -0.2F, -0.416667F}}}},
+        {"quad",
+         4,
+         {1, 4},
+         {{{-2.7F, 0, -2}, {0, 0, -0.5F}},
+          {{-1, 0, -3.2F}, {0, 0, -0.5F}},
+          {{1, 0, -3.2F}, {0, 0, -0.5F}},
+          {{2.7F, 0, -2}, {0, 0, -0.5F}}}},
+        {"quad",
+         4,
+         {2, 3},
+         {{{0, 0.3F, 0}, {0, -0.1F, -0.416667F}},
+          {{0, 0.3F, 0}, {0, 0, -0.5F}},
+          {{0, -0.3F, 0}, {0, 0, -0.5F}},
+          {{0, -0.3F, 0}, {0, 0.1F, -0.416667F}}}},
+        {"cannon", 5, {1, 2, 3, 4}, {{{}, {0, 0, -2}}}},
+    };
+    for (const Case& each : cases) {
+        for (const int32_t view : each.views) {
+            glWindow->SetView(view);
+            WeaponManager weapons(true);
+            EXPECT_FALSE(weapons.Fire(each.kind, *playerShip, {.bullets = 40}));
+            EXPECT_EQ(weapons.ShotsFired(), ShotsPerVolley(each.kind)) << each.what;
+            const std::string what = std::string(each.what) + " in view " + std::to_string(view);
+            ExpectShots(weapons, kStart, each.shots, what.c_str());
+        }
+    }
+}
+
+TEST_F(WeaponTest, EnemyVolleysLeaveFromTheShipsOwnGunsDownTheScreen) {
+    const Path path({{5, 0, -20}, {5, 0, 0}});
+    const auto fire = [&](int32_t type, const std::vector<ExpectedShot>& expected) {
+        EnemyOrders orders;
+        orders.type = type;
+        orders.path = &path;
+        const EnemyShip enemy(orders, 0);
+        WeaponManager weapons(false);
+        EXPECT_FALSE(weapons.Fire(enemy.GetWeapon(), enemy, {}));
+        ExpectShots(weapons, {5, 0, -20}, expected, "enemy");
+    };
+    glWindow->SetView(2);  // must make no difference to their guns
+    fire(0, {{{}, {0, 0, 0.5F}}});
+    fire(2, {{{-0.5F, 0, 0}, {0, 0, 0.6F}}, {{0.5F, 0, 0}, {0, 0, 0.6F}}});
+    fire(5, {{{-1, -1, 0.8F}, {0, 0, 0.5F}},
+             {{-1, 1, 0.8F}, {0, 0, 0.5F}},
+             {{1, 1, 0.8F}, {0, 0, 0.5F}},
+             {{1, -1, 0.8F}, {0, 0, 0.5F}}});
+    fire(501, {{{}, {0, 0, 2}}});
+}
+
+TEST_F(WeaponTest, AllowanceLimitsBulletsInFlightButNotMissiles) {
+    WeaponManager weapons(true);
+    FillWithBullets(weapons, 3);
+    EXPECT_TRUE(weapons.Fire(kWeaponSingle, *playerShip, {.bullets = 3}))
+        << "the fourth bullet must not leave";
+    EXPECT_FALSE(weapons.Fire(kWeaponSingle, *playerShip, {.bullets = 3, .dumbfire = 1}));
+    EXPECT_EQ(weapons.LiveCount(), 4) << "only the missile leaves";
+    EXPECT_TRUE(weapons.Fire(kWeaponSingle, *playerShip, {.bullets = 3, .dumbfire = 1}))
+        << "one dumbfire missile is allowed, and it flies";
+    EXPECT_TRUE(weapons.Fire(kWeaponQuad, *playerShip, {.bullets = 6}))
+        << "three bullets left are no quad volley";
+    EXPECT_FALSE(weapons.Fire(kWeaponTriple, *playerShip, {.bullets = 6}))
+        << "but a triple one; the missile does not count";
+    EXPECT_EQ(weapons.ShotsFired(), 7);
+}
+
+TEST_F(WeaponTest, VolleyThatDoesNotFitIntoThePoolIsLostAndAMissileTakesTheLastShot) {
+    WeaponManager weapons(true);
+    FillWithBullets(weapons, WeaponManager::kPlayerShots - 1);
+    EXPECT_TRUE(weapons.Fire(kWeaponDouble, *playerShip, {.bullets = 200}));
+    EXPECT_FALSE(weapons.Fire(kWeaponDouble, *playerShip, {.bullets = 200, .dumbfire = 2}));
+    EXPECT_EQ(weapons.FreeCount(), 0);
+    EXPECT_TRUE(weapons.GetShot(WeaponManager::kPlayerShots - 1).isMissile);
+    EXPECT_TRUE(weapons.Fire(kWeaponSingle, *playerShip, {.bullets = 200, .dumbfire = 2}));
+
+    EXPECT_FALSE(weapons.Clear());
+    EXPECT_EQ(weapons.FreeCount(), WeaponManager::kPlayerShots);
+    EXPECT_EQ(weapons.ShotsFired(), 0);
+    EXPECT_FALSE(weapons.Fire(kWeaponSingle, *playerShip, {.bullets = 1, .dumbfire = 1}))
+        << "after a new game the missile counts must be zero again";
+    EXPECT_EQ(weapons.LiveCount(), 2);
+}
+
+TEST_F(WeaponTest, UnknownWeaponFiresNothingAtAll) {
+    EXPECT_TRUE(Weapons().Fire(6, *playerShip, {.bullets = 9, .dumbfire = 1}));
+    EXPECT_EQ(Weapons().LiveCount(), 0);
+    EXPECT_TRUE(Logged("ERROR: Weapon: Bad weapon type\n"));
+}
+
+TEST_F(WeaponTest, LaserEndsSilentlyWhenItsLifeIsOver) {
+    FillWithBullets(Weapons(), 1);
+    for (int i = 0; i < 99; ++i) {
+        Weapons().UpdateAll();
+    }
+    ASSERT_EQ(Weapons().LiveCount(), 1);
+    EXPECT_TRUE(Near(Weapons().GetShot(0).position, kStart - Vec3{0, 0, 49.5F}));
+    Weapons().UpdateAll();
+    EXPECT_EQ(Weapons().LiveCount(), 0);
+    EXPECT_EQ(levelManager->GetExplosions().ActiveCount(), 0);
+}
+
+TEST_F(WeaponTest, DumbfireMissileFliesFasterWithItsLevelAndBurstsInTheEnd) {
+    Weapons().Fire(kWeaponSingle, *playerShip, {.dumbfire = 1, .missileSpeed = 5});
+    ASSERT_EQ(Weapons().LiveCount(), 1);
+    EXPECT_EQ(Weapons().GetShot(0).GetDamage(), 5);
+    for (int i = 0; i < 199; ++i) {
+        Weapons().UpdateAll();
+    }
+    EXPECT_TRUE(Near(Weapons().GetShot(0).position, kStart - Vec3{0, 0, 199 * 0.6F}));
+    EXPECT_EQ(levelManager->GetExplosions().ActiveCount(), 0);
+    Weapons().UpdateAll();
+    EXPECT_EQ(Weapons().LiveCount(), 0);
+    EXPECT_EQ(levelManager->GetExplosions().ActiveCount(), 1);
+}
+
+TEST_F(WeaponTest, HomingMissileNeedsATargetToLeave) {
+    const FireAllowance allowance = {.homing = 1, .dumbfire = 1};
+    Weapons().Fire(kWeaponSingle, *playerShip, allowance);
+    ASSERT_EQ(Weapons().LiveCount(), 1) << "without enemies only the dumbfire missile leaves";
+    EXPECT_EQ(Weapons().GetShot(0).missileKind, kMissileDumbfire);
+    PlayAgainst(0, 1);
+    Weapons().Fire(kWeaponSingle, *playerShip, allowance);
+    ASSERT_EQ(Weapons().LiveCount(), 2);
+    EXPECT_EQ(Weapons().GetShot(0).target, &Enemy(0));
+}
+
+TEST_F(WeaponTest, HomingMissileFliesAtItsTargetAndLandsExactlyOnIt) {
+    PlayAgainst(0, 1);
+    const Vec3 target = Enemy(0).GetPosition();
+    Weapons().Fire(kWeaponSingle, *playerShip, {.homing = 1, .missileSpeed = 10});
+    const float distance = Length(target - kStart);
+    Weapons().UpdateAll();
+    EXPECT_NEAR(Length(target - Weapons().GetShot(0).position), distance - 0.75F, 1e-4);
+    for (float flown = 0.75F; flown < distance; flown += 0.75F) {
+        Weapons().UpdateAll();
+    }
+    EXPECT_EQ(Weapons().GetShot(0).position, target);
+    EXPECT_TRUE(Weapons().CollideWith(Enemy(0)));
+    EXPECT_EQ(Enemy(0).GetHitPoints(), -2) << "a homing missile does 3 damage";
+    EXPECT_EQ(Weapons().LiveCount(), 0);
+}
+
+TEST_F(WeaponTest, HomingMissileLooksForAnotherTargetAndBurstsWithoutOne) {
+    PlayAgainst(0, 2);
+    Weapons().Fire(kWeaponSingle, *playerShip, {.homing = 1});
+    auto* const first = Weapons().GetShot(0).target;
+    first->active = false;
+    Weapons().UpdateAll();
+    ASSERT_EQ(Weapons().LiveCount(), 1);
+    auto* const second = Weapons().GetShot(0).target;
+    EXPECT_NE(second, first);
+    EXPECT_EQ(levelManager->GetExplosions().ActiveCount(), 0);
+    second->active = false;
+    Weapons().UpdateAll();
+    EXPECT_EQ(Weapons().LiveCount(), 0) << "no enemy is left to chase";
+    EXPECT_EQ(levelManager->GetExplosions().ActiveCount(), 1);
+}
+
+TEST_F(WeaponTest, MissilesForgetTheEnemiesOfALevelThatIsFreed) {
+    PlayAgainst(0, 1);
+    Weapons().Fire(kWeaponSingle, *playerShip, {.homing = 2});
+    levelManager->FreeLevel();
+    Weapons().DrawAll();  // must not look at the enemy that is gone
+    EXPECT_EQ(Weapons().GetShot(0).target, nullptr);
+    PlayAgainst(0, 1);
+    EXPECT_EQ(Weapons().LiveCount(), 0) << "a new game takes all shots back";
+
+    Weapons().Fire(kWeaponSingle, *playerShip, {.homing = 1});
+    Weapons().ForgetTargets();
+    Weapons().UpdateAll();
+    ASSERT_EQ(Weapons().LiveCount(), 1);
+    EXPECT_EQ(Weapons().GetShot(0).target, &Enemy(0)) << "it chases an enemy of the new level";
+}
+
+TEST_F(WeaponTest, EveryShotInTheBoxHitsAndIsTakenBack) {
+    FillWithBullets(Weapons(), 2);
+    Weapons().Fire(kWeaponQuad, *playerShip, {.bullets = 10});
+    Block block(kStart, {-0.5F, 0.5F, -1, 1, 0, 1});  // the two bullets stand on its face
+    EXPECT_TRUE(Weapons().CollideWith(block));
+    EXPECT_EQ(block.damage, 2);
+    EXPECT_EQ(Weapons().ShotsHit(), 2);
+    EXPECT_EQ(Weapons().LiveCount(), 4) << "the quad volley passes on both sides";
+    ExpectPlays("HIT", 2);
+    EXPECT_FALSE(Weapons().CollideWith(block));
+}
+
+// The first hit takes the last shield, and the smaller hull behind it is missed by the second.
+TEST_F(WeaponTest, ShotsAfterTheOneThatBreaksTheShieldMeetTheHull) {
+    FillWithBullets(Weapons(), 2);
+    Block block(kStart + Vec3{0, 0, 3}, {-4, 4, -4, 4, -4, 4});
+    block.boundsAfterHit = Bounds{-1, 1, -1, 1, -1, 1};
+    EXPECT_TRUE(Weapons().CollideWith(block));
+    EXPECT_EQ(block.damage, 1);
+    EXPECT_EQ(Weapons().LiveCount(), 1);
+}
+
+TEST_F(WeaponTest, ShotsDrawnFirstTakeTheLightsAndCannonShellsStayDark) {
+    using platform::null::IsEnabled;
+    FillWithBullets(Weapons(), 2);
+    Weapons().Fire(kWeaponCannon, *playerShip, {.bullets = 12});
+    FillWithBullets(Weapons(), 12);
+    WeaponManager::ResetLights();
+    Weapons().DrawAll();
+    for (uint32_t light = GL_LIGHT1; light < glWindow->GetLightLimit(); ++light) {
+        EXPECT_EQ(IsEnabled(light), light != GL_LIGHT3) << "light " << light - GL_LIGHT0;
+    }
+    EXPECT_FALSE(IsEnabled(glWindow->GetLightLimit()));
+    WeaponManager::ResetLights();
+    Weapons().Clear();
+    FillWithBullets(Weapons(), 1);
+    Weapons().DrawAll();
+    EXPECT_TRUE(IsEnabled(GL_LIGHT1));
+    EXPECT_FALSE(IsEnabled(GL_LIGHT2)) << "the lights of the last frame go out";
+}
+
+TEST_F(WeaponTest, HomingMissileTurnsItsNoseToItsTarget) {
+    PlayAgainst(0, 1);
+    for (const auto& [view, key] : {std::pair(1, Action::Right), std::pair(2, Action::Up)}) {
+        glWindow->SetView(view);
+        playerShip->ResetPosition();
+        Hold(key);
+        UpdatePlayer(80);
+        Release(key);
+        Weapons().Clear();
+        Weapons().Fire(kWeaponSingle, *playerShip, {.homing = 1});
+        platform::null::ClearGlRecord();
+        Weapons().DrawAll();
+        ASSERT_EQ(platform::null::DrawnLists(), 1U);
+        const float* matrix = platform::null::DrawnListAt(0).modelView;
+        const Vec3 nose = {-matrix[8], -matrix[9], -matrix[10]};
+        const Vec3 way = Enemy(0).GetPosition() - playerShip->GetPosition();
+        EXPECT_TRUE(Near(nose, way * (1.0F / Length(way)))) << "view " << view;
+    }
+}
+
+TEST(CollisionTest, PointsOnAFaceAreInsideAndBoxesThatTouchDoNotOverlap) {
+    const Bounds box = {-1, 2, -1, 1, -1, 1};
+    EXPECT_TRUE(Collision::PointInBox({10, 0, 0}, {12, 1, -1}, box));
+    EXPECT_FALSE(Collision::PointInBox({10, 0, 0}, {12.01F, 0, 0}, box));
+    EXPECT_FALSE(Collision::PointInBox({10, 0, 0}, {10, 1.01F, 0}, box));
+    EXPECT_FALSE(Collision::PointInBox({10, 0, 0}, {10, 0, -1.01F}, box));
+
+    const Bounds small = {-0.5F, 0.5F, -0.5F, 0.5F, -0.5F, 0.5F};
+    EXPECT_TRUE(Collision::BoxesOverlap({}, {0.5F, 0, 0}, box, small)) << "one within the other";
+    EXPECT_TRUE(Collision::BoxesOverlap({0.5F, 0, 0}, {}, small, box));
+    EXPECT_TRUE(Collision::BoxesOverlap({}, {2.4F, 1.4F, -1.4F}, box, small));
+    EXPECT_FALSE(Collision::BoxesOverlap({}, {2.5F, 0, 0}, box, small)) << "a shared face";
+    EXPECT_FALSE(Collision::BoxesOverlap({}, {0, 0, 1.5F}, box, small));
+    EXPECT_FALSE(Collision::BoxesOverlap({}, {}, box, box)) << "the very same box";
+}
+
+}  // namespace

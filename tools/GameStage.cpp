@@ -1,0 +1,133 @@
+#include "GameStage.h"
+
+#include <cstdlib>
+#include <fstream>
+
+#include "app/Application.h"
+#include "audio/SoundManager.h"
+#include "core/DebugLog.h"
+#include "core/KeyMap.h"
+#include "core/Registry.h"
+#include "game/LevelManager.h"
+#include "graphics/GLExtensions.h"
+#include "graphics/GLWindow.h"
+#include "graphics/ObjectManager.h"
+#include "platform/Random.h"
+#include "player/PlayerShip.h"
+#include "scores/HiscoreTable.h"
+#include "scores/OnlineHiscores.h"
+#include "scores/UserPrefs.h"
+
+namespace fs = std::filesystem;
+
+namespace {
+
+constexpr const char* kTitle = "Nebulorix";
+
+template <typename Object>
+void Delete(Object*& object) {
+    delete object;
+    object = nullptr;
+}
+
+void Hold(Action action, bool held) {
+    keyDown[keyMap->Get(action)] = held ? 1 : 0;
+}
+
+}  // namespace
+
+GameStage::GameStage(const fs::path& assets, int16_t width, int16_t height)
+    : previousFolder(fs::current_path()) {
+    const fs::path source = fs::absolute(assets);
+    std::string pattern = (fs::temp_directory_path() / "nebulorix-XXXXXX").string();
+    if (mkdtemp(pattern.data()) == nullptr || platform::OpenDisplay()) {
+        return;
+    }
+    folder = pattern;
+    for (const char* name : {"Objects", "images"}) {
+        fs::create_directory_symlink(source / name, folder / name);
+    }
+    fs::copy(source / "levels", folder / "levels");
+    fs::current_path(folder);
+
+    CaptureLog(&log);
+    platform::SeedRandom(1);
+    userPrefs = new UserPrefs;
+    userPrefs->ToggleOnlineHiscores();
+    keyMap = new KeyMap;
+    glExtensions = new GLExtensions;
+    glWindow = new GLWindow;
+    glWindow->SetFullscreen(false);
+    AddGameTenants(*glWindow);
+    if (glWindow->CreateGLWindow(kTitle, width, height, 32)) {
+        return;
+    }
+    soundManager = SoundManager::Instance();  // never initialised: silent
+    soundManager->ToggleSound();
+    playerShip = new PlayerShip;
+    failed = !playerShip->LoadModel("Objects\\PlayerBase.aob");
+    levelManager = new LevelManager(playerShip);
+    failed |= levelManager->Init();
+    hiscoreTable = new HiscoreTable;
+    hiscoreClient = new OnlineHiscores;
+}
+
+GameStage::~GameStage() {
+    if (glWindow != nullptr) {
+        glWindow->DestroyGLWindow();
+        ObjectManager::Destroy();
+    }
+    Delete(levelManager);
+    playerShip = nullptr;
+    Delete(hiscoreTable);
+    Delete(hiscoreClient);
+    Delete(glWindow);
+    Delete(glExtensions);
+    if (soundManager != nullptr) {
+        SoundManager::DestroyInstance();
+        soundManager = nullptr;
+    }
+    Delete(keyMap);
+    Delete(userPrefs);
+    CaptureLog(nullptr);
+    platform::CloseDisplay();
+    fs::current_path(previousFolder);
+    fs::remove_all(folder);
+}
+
+void GameStage::WriteLevel1(const std::string& text) {
+    std::ofstream(folder / "levels" / "Level1.lvl") << text;
+}
+
+bool GameStage::Resize(int16_t width, int16_t height) {
+    glWindow->DestroyGLWindow();
+    if (glWindow->CreateGLWindow(kTitle, width, height, 32)) {
+        return true;
+    }
+    glWindow->RebuildGLResources();
+    glWindow->ResizeView(width, height);
+    return false;
+}
+
+void GameStage::Draw() {
+    glWindow->BeginScene();
+    levelManager->Draw();
+    glWindow->EndScene();
+}
+
+void GameStage::Update() {
+    levelManager->Update();
+}
+
+void GameStage::Swap() {
+    platform::SwapBuffers(hDC);
+}
+
+void HoldFire(bool held) {
+    Hold(Action::Fire1, held);
+}
+
+void HoldSideways(int direction) {
+    Hold(Action::Left, direction < 0);
+    Hold(Action::Right, direction > 0);
+}

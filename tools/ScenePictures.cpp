@@ -1,0 +1,342 @@
+// Pictures of the game being played, drawn by its own renderer.
+//
+//     scene-pictures OUT_FOLDER                    eight scenes of play and every other screen
+//     scene-pictures OUT_FOLDER --strip A-B        film strips of levels A to B, a picture every
+//                                                  five seconds
+//     scene-pictures OUT_FOLDER --width W --height H   in another size than 800 x 600
+//
+// Run it in the assets folder or the one above, on a display (xvfb-run will do).
+
+#include <GL/gl.h>
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <cstdio>
+#include <cstring>
+#include <filesystem>
+#include <string>
+#include <vector>
+
+#include "GameStage.h"
+#include "PngFile.h"
+#include "core/KeyMap.h"
+#include "core/Registry.h"
+#include "game/LevelManager.h"
+#include "game/Menu.h"
+#include "game/TitleScreen.h"
+#include "graphics/GLWindow.h"
+#include "platform/Random.h"
+#include "platform/VirtualKeys.h"
+#include "player/PlayerShip.h"
+#include "player/PowerupManager.h"
+
+namespace {
+
+struct Scene {
+    const char* name;
+    int32_t level;
+    int frames;      // of play before the picture is taken
+    int32_t weapon;  // what the player has by then
+    int32_t engine;
+    int32_t missiles;
+};
+
+// Two for each view; both bosses among them.
+constexpr std::array<Scene, 8> kScenes = {{
+    {"play-top", 1, 900, 2, 1, 0},
+    {"play-top-boss", 6, 1200, 4, 3, 4},
+    {"play-left", 3, 900, 3, 1, 0},
+    {"play-left-late", 14, 1100, 4, 3, 2},
+    {"play-right", 4, 900, 3, 2, 0},
+    {"play-right-late", 16, 1100, 5, 3, 2},
+    {"play-behind", 5, 900, 3, 2, 2},
+    {"play-behind-boss", 12, 1200, 4, 4, 4},
+}};
+
+constexpr int kStripInterval = 300;  // frames between two pictures of a strip
+constexpr int kStripColumns = 6;
+constexpr int kStripScale = 3;  // a strip's pictures are so much smaller
+constexpr int kStripLimit = 60 * 60 * 5;
+
+struct Options {
+    std::string folder;
+    int16_t width = 800;
+    int16_t height = 600;
+    int32_t firstStrip = 0;
+    int32_t lastStrip = -1;
+};
+
+std::vector<uint8_t> ReadPixels() {
+    const int width = glWindow->GetWidth();
+    const int height = glWindow->GetHeight();
+    std::vector<uint8_t> pixels(size_t{3} * width * height);
+    glPixelStorei(GL_PACK_ALIGNMENT, 1);
+    glReadPixels(0, 0, width, height, GL_RGB, GL_UNSIGNED_BYTE, pixels.data());
+    return pixels;
+}
+
+// Draws the game as it stands and keeps the picture.
+void TakePicture(const Options& options, const std::string& name) {
+    GameStage::Draw();
+    const std::string path = options.folder + "/" + name + ".png";
+    if (WritePng(path, glWindow->GetWidth(), glWindow->GetHeight(), ReadPixels())) {
+        std::fprintf(stderr, "%s cannot be written\n", path.c_str());
+        std::exit(1);
+    }
+    std::printf("%s\n", path.c_str());
+    GameStage::Swap();
+}
+
+void Hold(Action action, bool held) {
+    keyDown[keyMap->Get(action)] = held ? 1 : 0;
+}
+
+// A player who flies under the enemies and never lets go of the fire key.
+void SteerAtEnemies() {
+    EnemyShip* target = levelManager->PickTarget();
+    static Vec3 aim;
+    if (target != nullptr && platform::Random() % 20 == 0) {
+        aim = target->GetPosition();
+    }
+    const Vec3 way = aim - playerShip->GetPosition();
+    constexpr float kNear = 1.0F;
+    const int32_t view = glWindow->GetView();
+    const bool sideView = view == 2 || view == 3;
+    const float across = sideView ? 0.0F : way.x;
+    const float up = view == 1 ? 0.0F : way.y;
+    Hold(Action::Left, across < -kNear);
+    Hold(Action::Right, across > kNear);
+    Hold(Action::Up, up > kNear);
+    Hold(Action::Down, up < -kNear);
+    HoldFire(true);
+}
+
+void Arm(const Scene& scene) {
+    playerShip->SetWeapon(scene.weapon);
+    playerShip->SetAutofire(true);
+    for (int i = 0; i < scene.engine; ++i) {
+        playerShip->UpgradeEngine();
+    }
+    for (int i = 0; i < scene.missiles; ++i) {
+        playerShip->AddMissileCapacity();
+        playerShip->AddHomingMissile();
+        playerShip->AddDumbfireMissile();
+    }
+    for (int i = 0; i < 20; ++i) {
+        playerShip->AddBulletCapacity();
+        playerShip->AddBullet();
+    }
+}
+
+// One frame of play by a player who survives.
+void PlayFrame() {
+    if (playerShip->GetShields() == 0) {
+        playerShip->AddShield();
+    }
+    SteerAtEnemies();
+    // The camera's blend and the level's intro move while drawing.
+    GameStage::Draw();
+    GameStage::Update();
+}
+
+void DrawScenes(const Options& options) {
+    for (const Scene& scene : kScenes) {
+        platform::SeedRandom(7);
+        levelManager->StartAt(scene.level);
+        Arm(scene);
+        for (int i = 0; i < scene.frames; ++i) {
+            PlayFrame();
+        }
+        TakePicture(options, scene.name);
+    }
+}
+
+void Press(int virtualKey) {
+    keyDown[virtualKey] = 1;
+    GameStage::Draw();
+    GameStage::Update();
+    keyDown[virtualKey] = 0;
+}
+
+void RunFrames(int frames) {
+    for (int i = 0; i < frames; ++i) {
+        GameStage::Draw();
+        GameStage::Update();
+    }
+}
+
+void DrawScreens(const Options& options) {
+    using platform::VK_ESCAPE;
+    using platform::VK_RETURN;
+    RunFrames(60);
+    TakePicture(options, "title");
+    RunFrames(340);
+    TakePicture(options, "title-at-rest");
+    RunFrames(430);
+    TakePicture(options, "title-studio");
+    RunFrames(80);
+    TakePicture(options, "title-hiscores");
+    RunFrames(520);
+    TakePicture(options, "title-online");
+    Press(VK_ESCAPE);
+    RunFrames(1);
+    TakePicture(options, "menu-main");
+    Press(platform::VK_DOWN);
+    Press(VK_RETURN);
+    TakePicture(options, "menu-options");
+    levelManager->StartAt(1);
+    RunFrames(60);
+    TakePicture(options, "play-intro");
+    RunFrames(500);
+    Press(VK_ESCAPE);
+    RunFrames(1);
+    TakePicture(options, "menu-pause");
+
+    levelManager->StartAt(1);
+    Arm(kScenes[1]);
+    money = 1500;
+    if (levelManager->OpenShopNow()) {
+        RunFrames(90);
+        TakePicture(options, "shop");
+        Press(keyMap->Get(Action::Right));
+        RunFrames(25);
+        TakePicture(options, "shop-turned");
+    }
+    levelManager->StartAt(1);
+    score = 12345;
+    while (levelManager->GetState() != GameState::NameEntry) {
+        playerShip->SetInvulnerable(0);
+        playerShip->TakeDamage(100);
+        RunFrames(1);
+    }
+    for (const char character : std::string("Ann Lee")) {
+        lastChar = character;
+        RunFrames(1);
+    }
+    TakePicture(options, "name-entry");
+}
+
+// --- Film strips ---
+
+class Strip {
+public:
+    Strip(int pictureWidth, int pictureHeight) : width(pictureWidth), height(pictureHeight) {}
+
+    void Add(const std::vector<uint8_t>& pixels) {
+        std::vector<uint8_t> small;
+        for (int y = 0; y < height / kStripScale; ++y) {
+            for (int x = 0; x < width / kStripScale; ++x) {
+                for (int channel = 0; channel < 3; ++channel) {
+                    small.push_back(Average(pixels, x, y, channel));
+                }
+            }
+        }
+        pictures.push_back(std::move(small));
+    }
+
+    bool Save(const std::string& path) const {
+        const int w = width / kStripScale;
+        const int h = height / kStripScale;
+        const int rows = (static_cast<int>(pictures.size()) + kStripColumns - 1) / kStripColumns;
+        std::vector<uint8_t> sheet(size_t{3} * w * kStripColumns * h * rows, 40);
+        for (size_t i = 0; i < pictures.size(); ++i) {
+            const int column = static_cast<int>(i) % kStripColumns;
+            const int row = rows - 1 - static_cast<int>(i) / kStripColumns;
+            for (int y = 0; y < h; ++y) {
+                uint8_t* to = &sheet[size_t{3} * ((row * h + y) * w * kStripColumns + column * w)];
+                std::memcpy(to, &pictures[i][size_t{3} * y * w], size_t{3} * (w - 1));
+            }
+        }
+        return WritePng(path, w * kStripColumns, h * rows, sheet);
+    }
+
+private:
+    uint8_t Average(const std::vector<uint8_t>& pixels, int x, int y, int channel) const {
+        int sum = 0;
+        for (int dy = 0; dy < kStripScale; ++dy) {
+            for (int dx = 0; dx < kStripScale; ++dx) {
+                const int at = (y * kStripScale + dy) * width + x * kStripScale + dx;
+                sum += pixels[size_t{3} * at + channel];
+            }
+        }
+        return static_cast<uint8_t>(sum / (kStripScale * kStripScale));
+    }
+
+    int width;
+    int height;
+    std::vector<std::vector<uint8_t>> pictures;
+};
+
+void DrawStrip(const Options& options, int32_t level) {
+    platform::SeedRandom(static_cast<uint32_t>(level));
+    levelManager->StartAt(level);
+    Arm({"", level, 0, std::min(4, 1 + level / 6), std::min(4, level / 6), level / 9});
+    Strip strip(glWindow->GetWidth(), glWindow->GetHeight());
+    for (int frame = 0; frame < kStripLimit && levelManager->GetLevel() == level &&
+                        levelManager->GetState() == GameState::Playing;
+         ++frame) {
+        if (frame % kStripInterval == 120) {
+            GameStage::Draw();
+            strip.Add(ReadPixels());
+            GameStage::Swap();
+        }
+        PlayFrame();
+    }
+    char name[32];
+    std::snprintf(name, sizeof name, "/strip-%02d.png", level);
+    const std::string path = options.folder + name;
+    std::printf("%s%s\n", path.c_str(), strip.Save(path) ? " cannot be written" : "");
+}
+
+int Usage() {
+    std::fprintf(stderr, "usage: scene-pictures OUT_FOLDER [--strip A-B] [--width W --height H]\n");
+    return 2;
+}
+
+bool ParseOptions(int argc, char** argv, Options& options) {
+    if (argc < 2 || argc % 2 != 0) {
+        return true;
+    }
+    options.folder = std::filesystem::absolute(argv[1]).string();
+    for (int i = 2; i + 1 < argc; i += 2) {
+        const std::string name = argv[i];
+        if (name == "--strip") {
+            if (std::sscanf(argv[i + 1], "%d-%d", &options.firstStrip, &options.lastStrip) == 1) {
+                options.lastStrip = options.firstStrip;
+            }
+        } else if (name == "--width") {
+            options.width = static_cast<int16_t>(std::atoi(argv[i + 1]));
+        } else if (name == "--height") {
+            options.height = static_cast<int16_t>(std::atoi(argv[i + 1]));
+        } else {
+            return true;
+        }
+    }
+    return options.width < 1 || options.height < 1;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    Options options;
+    if (ParseOptions(argc, argv, options)) {
+        return Usage();
+    }
+    std::filesystem::create_directories(options.folder);
+    const char* assets = std::filesystem::exists("Objects") ? "." : "assets";
+    const GameStage stage(assets, options.width, options.height);
+    if (stage.HasFailed()) {
+        std::fprintf(stderr, "The game cannot be set up:\n%s", stage.Log().c_str());
+        return 1;
+    }
+    glWindow->ResizeView(options.width, options.height);
+    if (options.lastStrip < options.firstStrip) {
+        DrawScreens(options);
+        DrawScenes(options);
+    }
+    for (int32_t level = options.firstStrip; level <= options.lastStrip; ++level) {
+        DrawStrip(options, level);
+    }
+    return 0;
+}
