@@ -140,9 +140,8 @@ void DrawRow(const Sheet& sheet, int row) {
     glWindow->ResizeView(kSheetWidth, kSheetHeight);
     const int textY = y + kLargeCell + 4;
     PrintText(glWindow, 4, textY, 1.0F, 1.0F, 1.0F, "%s", sheet.name.c_str());
-    PrintText(glWindow, kViews * kLargeCell - 15 * kCharacterWidth, textY, 0.6F, 0.9F, 0.6F, "%s",
-              sheet.size.c_str());
-    PrintText(glWindow, kViews * kLargeCell + 80, textY, 0.6F, 0.6F, 0.6F, "%s", label.c_str());
+    PrintText(glWindow, kViews * kLargeCell + 4, textY, 0.6F, 0.9F, 0.6F, "%s, %s",
+              sheet.size.c_str(), label.c_str());
 }
 
 // True = failure.

@@ -12,7 +12,7 @@ constexpr int kFirstGlyph = 32;
 constexpr int kGlyphCount = 96;  // character codes 32 to 127
 
 struct Glyph {
-    int width = 0;    // pixels; 0 for a blank
+    int width = 0;  // pixels; 0 for a blank
     int height = 0;
     int originX = 0;  // of the raster position within the bitmap, from its lower left corner
     int originY = 0;

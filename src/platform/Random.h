@@ -15,6 +15,8 @@ int Random();
 // Random() / 32767: a fraction from 0 to 1, both included.
 float RandomFraction();
 // True once in n on average; n above 0.
-inline bool OneIn(int n) { return Random() % n == 0; }
+inline bool OneIn(int n) {
+    return Random() % n == 0;
+}
 
 }  // namespace platform

@@ -14,7 +14,7 @@ using ContextHandle = RenderContext*;  // the OpenGL context
 
 struct WindowOptions {
     const char* title = "";
-    int width = 0;   // pixels of the client area
+    int width = 0;  // pixels of the client area
     int height = 0;
     bool fullscreen = false;  // undecorated and on top, in the mode of the last ChangeDisplayMode
     int samples = 0;          // multisample buffers as found by FindMultisampleFormat; 0 for none

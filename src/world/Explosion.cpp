@@ -21,9 +21,6 @@ constexpr std::array<Vec3, 12> kDebris = {kCornerA, kCornerB, kCornerC, kCornerD
                                           kCornerB, kCornerA, kCornerD, kCornerC,
                                           kCornerB, kCornerD, kCornerA, kCornerC};
 
-// Fire shines by itself. Without this the debris would wear the glow of whatever was drawn last.
-constexpr std::array<float, 4> kFireGlow = {0.5F, 0.22F, 0.05F, 1.0F};
-
 constexpr Colour kRingColour = {1.0F, 0.6F, 0.15F};
 constexpr float kFirstRadius = 0.1F;
 constexpr float kRingGrowth = 0.2F;  // units per frame
@@ -100,7 +97,6 @@ void Explosion::Draw() {
     if (!active) {
         Log("ERROR: Attempting to draw an inactive explosion.");
     }
-    glMaterialfv(GL_FRONT_AND_BACK, GL_EMISSION, kFireGlow.data());
     DrawDebris();
     glPushMatrix();
     glTranslatef(position.x, position.y, position.z);

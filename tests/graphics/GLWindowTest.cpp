@@ -26,7 +26,7 @@ class GLWindowTest : public RoomFixture {
 protected:
     void SetUp() override {
         null::Reset();
-        platform::ResetMedia();
+        null::ResetMedia();
         RoomFixture::SetUp();
         glWindow->DestroyGLWindow();
         log.clear();
@@ -39,7 +39,7 @@ protected:
         EXPECT_EQ(null::GlCallsWithoutContext(), 0);
         RoomFixture::TearDown();
         null::SetGlExtensions(nullptr);
-        platform::ResetMedia();
+        null::ResetMedia();
     }
     static bool Create() { return glWindow->CreateGLWindow("Nebulorix v1.0.0", 640, 480, 32); }
     // Preferences take effect at once and need a context for that.
@@ -50,7 +50,7 @@ protected:
         log.clear();
     }
     static bool BoxShown(const std::string& text, const std::string& caption) {
-        for (const platform::ShownBox& box : platform::Media().boxes) {
+        for (const null::ShownBox& box : null::Media().boxes) {
             if (box.text == text && box.caption == caption) {
                 return true;
             }
@@ -60,7 +60,7 @@ protected:
 };
 
 TEST_F(GLWindowTest, ThePlayerChoosesBetweenWindowAndFullScreen) {
-    platform::Media().boxAnswers = {true};
+    null::Media().boxAnswers = {true};
     ASSERT_FALSE(glWindow->AskFullscreen());
     EXPECT_TRUE(BoxShown("Would You Like To Run In Fullscreen Mode?", "Start FullScreen?"));
     EXPECT_TRUE(null::TheWindow().options.fullscreen && null::TheWindow().modeChanged);
@@ -70,7 +70,7 @@ TEST_F(GLWindowTest, ThePlayerChoosesBetweenWindowAndFullScreen) {
     EXPECT_FALSE(null::TheWindow().modeChanged);
     EXPECT_TRUE(null::TheWindow().cursorVisible);
 
-    platform::Media().boxAnswers = {false};
+    null::Media().boxAnswers = {false};
     ASSERT_FALSE(glWindow->AskFullscreen());
     EXPECT_FALSE(null::TheWindow().options.fullscreen || null::TheWindow().modeChanged);
     EXPECT_EQ(null::TheWindow().title, "Nebulorix v1.0.0");
@@ -83,7 +83,7 @@ TEST_F(GLWindowTest, ThePlayerChoosesBetweenWindowAndFullScreen) {
 
 TEST_F(GLWindowTest, TheAnswerYesToARefusedModeGoesOnInAWindow) {
     null::TheSystem().modeRefused = [](int, int, int) { return true; };
-    platform::Media().boxAnswers = {true};
+    null::Media().boxAnswers = {true};
     EXPECT_FALSE(Create());
     EXPECT_TRUE(
         BoxShown("The Requested Fullscreen Mode Is Not Supported By\n"
@@ -95,7 +95,7 @@ TEST_F(GLWindowTest, TheAnswerYesToARefusedModeGoesOnInAWindow) {
 
 TEST_F(GLWindowTest, TheAnswerNoToARefusedModeEndsTheProgram) {
     null::TheSystem().modeRefused = [](int, int, int) { return true; };
-    platform::Media().boxAnswers = {true, false, true};
+    null::Media().boxAnswers = {true, false, true};
     static int closes = 0;
     closes = 0;
     platform::SetWindowProcedure([](const platform::Message& message) {

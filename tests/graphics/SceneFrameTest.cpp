@@ -25,7 +25,7 @@ class SceneFrameTest : public RoomFixture {
 protected:
     void SetUp() override {
         null::Reset();
-        platform::ResetMedia();
+        null::ResetMedia();
         RoomFixture::SetUp();
         platform::Message stale;
         while (platform::PeekMessage(stale)) {
@@ -154,8 +154,8 @@ TEST_F(SceneFrameTest, TheDriverScreenWaitsForAKeyOrFiveSeconds) {
     glWindow->ShowGLInfo();
     EXPECT_LT(platform::Milliseconds() - start, 200);
 
-    platform::Media().controllerAttached = true;
-    platform::Media().controller.buttons[1] = true;
+    null::Media().controllerAttached = true;
+    null::Media().controller.buttons[1] = true;
     joystick = new Joystick;
     bool found = false;
     joystick->Init(found);

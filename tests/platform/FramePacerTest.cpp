@@ -25,7 +25,7 @@ int Play(FramePacer& pacer, const Display& display, int64_t duration, int64_t st
     int64_t now = start;
     while (now < start + duration) {
         if (const int64_t wait = pacer.TimeToNextFrame(now); wait > 0) {
-            now += wait + platform::Random() * 3;
+            now += wait + int64_t{3} * platform::Random();
         }
         pacer.FrameBegins(now);
         ++frames;

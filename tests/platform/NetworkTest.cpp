@@ -23,14 +23,14 @@ constexpr IPv4Address kThisMachine = {127, 0, 0, 1};
 // A listening socket, and a thread that serves one connection with `serve`.
 class Server {
 public:
-    explicit Server(std::function<void(int)> serve, int backlog = 4)
+    explicit Server(const std::function<void(int)>& serve, int backlog = 4)
         : listener(socket(AF_INET, SOCK_STREAM, 0)) {
         sockaddr_in address = {};
         address.sin_family = AF_INET;
         address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
         socklen_t size = sizeof address;
-        bind(listener, reinterpret_cast<sockaddr*>(&address), size);
-        listen(listener, backlog);
+        EXPECT_EQ(bind(listener, reinterpret_cast<sockaddr*>(&address), size), 0);
+        EXPECT_EQ(listen(listener, backlog), 0);
         getsockname(listener, reinterpret_cast<sockaddr*>(&address), &size);
         port = ntohs(address.sin_port);
         if (serve) {

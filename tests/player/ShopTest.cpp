@@ -26,6 +26,7 @@ protected:
     }
     static std::vector<int32_t> Ring() {
         std::vector<int32_t> ring;
+        ring.reserve(TheShop().ItemCount());
         for (int32_t i = 0; i < TheShop().ItemCount(); ++i) {
             ring.push_back(TheShop().Item(i));
         }

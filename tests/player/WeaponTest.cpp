@@ -2,6 +2,7 @@
 
 #include <GL/gl.h>
 
+#include <utility>
 #include <vector>
 
 #include "platform/null/NullGl.h"
@@ -20,12 +21,12 @@ struct ExpectedShot {
 class WeaponTest : public PlayerFixture {
 protected:
     static void ExpectShots(const WeaponManager& weapons, Vec3 from,
-                            const std::vector<ExpectedShot>& expected, const char* what) {
-        ASSERT_EQ(weapons.LiveCount(), static_cast<int>(expected.size())) << what;
+                            const std::vector<ExpectedShot>& expected) {
+        ASSERT_EQ(weapons.LiveCount(), static_cast<int>(expected.size()));
         for (int i = 0; i < weapons.LiveCount(); ++i) {
             const Shot& shot = weapons.GetShot(i);
-            EXPECT_TRUE(Near(shot.position, from + expected[i].offset)) << what << ", place " << i;
-            EXPECT_TRUE(Near(shot.velocity, expected[i].velocity)) << what << ", velocity " << i;
+            EXPECT_TRUE(Near(shot.position, from + expected[i].offset)) << "place " << i;
+            EXPECT_TRUE(Near(shot.velocity, expected[i].velocity)) << "velocity " << i;
         }
     }
     // Volleys until so many bullets of the single laser fly.
@@ -37,48 +38,37 @@ protected:
 };
 
 TEST_F(WeaponTest, PlayersVolleysLeaveFromTheBarrelsOfTheView) {
-    struct Case {
-        const char* what;
-        int32_t kind;
-        std::vector<int32_t> views;
-        std::vector<ExpectedShot> shots;
-    };
-    const std::vector<Case> cases = {
-        {"single", 1, {1, 2, 3, 4}, {{{}, {0, 0, -0.5F}}}},
-        {"double", 2, {1, 4}, {{{-2.75F, 0, 0}, {0, 0, -0.6F}}, {{2.75F, 0, 0}, {0, 0, -0.6F}}}},
-        {"double", 2, {2, 3}, {{{0, -0.6F, 0}, {0, 0, -0.6F}}, {{0, 0.6F, 0}, {0, 0, -0.6F}}}},
-        {"triple",
-         3,
-         {1, 4},
-         {{{}, {0, 0, -0.5F}}, {{}, {0.2F, 0, -0.416667F}}, {{}, {-0.2F, 0, -0.416667F}}}},
-        {"triple",
-         3,
-         {2, 3},
-         {{{}, {0, 0, -0.5F}}, {{}, {0, 0.2F, -0.416667F}}, {{}, {0, -0.2F, -0.416667F}}}},
-        {"quad",
-         4,
-         {1, 4},
-         {{{-2.7F, 0, -2}, {0, 0, -0.5F}},
-          {{-1, 0, -3.2F}, {0, 0, -0.5F}},
-          {{1, 0, -3.2F}, {0, 0, -0.5F}},
-          {{2.7F, 0, -2}, {0, 0, -0.5F}}}},
-        {"quad",
-         4,
-         {2, 3},
-         {{{0, 0.3F, 0}, {0, -0.1F, -0.416667F}},
-          {{0, 0.3F, 0}, {0, 0, -0.5F}},
-          {{0, -0.3F, 0}, {0, 0, -0.5F}},
-          {{0, -0.3F, 0}, {0, 0.1F, -0.416667F}}}},
-        {"cannon", 5, {1, 2, 3, 4}, {{{}, {0, 0, -2}}}},
-    };
-    for (const Case& each : cases) {
-        for (const int32_t view : each.views) {
+    constexpr Vec3 k50 = {0, 0, -0.5F};  // straight on at 0.5 units a frame
+    constexpr Vec3 k60 = {0, 0, -0.6F};
+    constexpr float kOuter = -0.416667F;
+    using Shots = std::vector<ExpectedShot>;
+    const Shots single = {{{}, k50}};
+    const Shots flatDouble = {{{-2.75F, 0, 0}, k60}, {{2.75F, 0, 0}, k60}};
+    const Shots sideDouble = {{{0, -0.6F, 0}, k60}, {{0, 0.6F, 0}, k60}};
+    const Shots flatTriple = {{{}, k50}, {{}, {0.2F, 0, kOuter}}, {{}, {-0.2F, 0, kOuter}}};
+    const Shots sideTriple = {{{}, k50}, {{}, {0, 0.2F, kOuter}}, {{}, {0, -0.2F, kOuter}}};
+    const Vec3 left = {-2.7F, 0, -2};
+    const Vec3 right = {2.7F, 0, -2};
+    const Shots flatQuad = {{left, k50}, {{-1, 0, -3.2F}, k50}, {{1, 0, -3.2F}, k50}, {right, k50}};
+    const Vec3 high = {0, 0.3F, 0};
+    const Vec3 low = {0, -0.3F, 0};
+    const Shots sideQuad = {
+        {high, {0, -0.1F, kOuter}}, {high, k50}, {low, k50}, {low, {0, 0.1F, kOuter}}};
+    const Shots cannon = {{{}, {0, 0, -2}}};
+    const Shots* const expected[][2] = {{&single, &single},
+                                        {&flatDouble, &sideDouble},
+                                        {&flatTriple, &sideTriple},
+                                        {&flatQuad, &sideQuad},
+                                        {&cannon, &cannon}};
+    for (int32_t kind = 1; kind <= kWeaponKinds; ++kind) {
+        for (int32_t view = 1; view <= 4; ++view) {
+            SCOPED_TRACE("weapon " + std::to_string(kind) + " in view " + std::to_string(view));
             glWindow->SetView(view);
             WeaponManager weapons(true);
-            EXPECT_FALSE(weapons.Fire(each.kind, *playerShip, {.bullets = 40}));
-            EXPECT_EQ(weapons.ShotsFired(), ShotsPerVolley(each.kind)) << each.what;
-            const std::string what = std::string(each.what) + " in view " + std::to_string(view);
-            ExpectShots(weapons, kStart, each.shots, what.c_str());
+            EXPECT_FALSE(weapons.Fire(kind, *playerShip, {.bullets = 40}));
+            EXPECT_EQ(weapons.ShotsFired(), ShotsPerVolley(kind));
+            const int side = view == 2 || view == 3 ? 1 : 0;
+            ExpectShots(weapons, kStart, *expected[kind - 1][side]);
         }
     }
 }
@@ -86,21 +76,22 @@ TEST_F(WeaponTest, PlayersVolleysLeaveFromTheBarrelsOfTheView) {
 TEST_F(WeaponTest, EnemyVolleysLeaveFromTheShipsOwnGunsDownTheScreen) {
     const Path path({{5, 0, -20}, {5, 0, 0}});
     const auto fire = [&](int32_t type, const std::vector<ExpectedShot>& expected) {
+        SCOPED_TRACE("enemy " + std::to_string(type));
         EnemyOrders orders;
         orders.type = type;
         orders.path = &path;
         const EnemyShip enemy(orders, 0);
         WeaponManager weapons(false);
         EXPECT_FALSE(weapons.Fire(enemy.GetWeapon(), enemy, {}));
-        ExpectShots(weapons, {5, 0, -20}, expected, "enemy");
+        ExpectShots(weapons, {5, 0, -20}, expected);
     };
+    constexpr Vec3 k50 = {0, 0, 0.5F};
+    constexpr Vec3 k60 = {0, 0, 0.6F};
     glWindow->SetView(2);  // must make no difference to their guns
-    fire(0, {{{}, {0, 0, 0.5F}}});
-    fire(2, {{{-0.5F, 0, 0}, {0, 0, 0.6F}}, {{0.5F, 0, 0}, {0, 0, 0.6F}}});
-    fire(5, {{{-1, -1, 0.8F}, {0, 0, 0.5F}},
-             {{-1, 1, 0.8F}, {0, 0, 0.5F}},
-             {{1, 1, 0.8F}, {0, 0, 0.5F}},
-             {{1, -1, 0.8F}, {0, 0, 0.5F}}});
+    fire(0, {{{}, k50}});
+    fire(2, {{{-0.5F, 0, 0}, k60}, {{0.5F, 0, 0}, k60}});
+    fire(5,
+         {{{-1, -1, 0.8F}, k50}, {{-1, 1, 0.8F}, k50}, {{1, 1, 0.8F}, k50}, {{1, -1, 0.8F}, k50}});
     fire(501, {{{}, {0, 0, 2}}});
 }
 

@@ -13,7 +13,8 @@
 #include "graphics/GLWindow.h"
 #include "graphics/ObjectManager.h"
 #include "platform/Files.h"
-#include "platform/Random.h"
+#include "platform/null/NullMedia.h"
+#include "platform/null/NullPlatform.h"
 #include "player/PlayerShip.h"
 #include "player/PowerupKinds.h"
 #include "player/PowerupManager.h"
@@ -55,7 +56,8 @@ void RoomFixture::SetUp() {
         std::filesystem::create_directory(name);
     }
     CaptureLog(&log);
-    platform::SeedRandom(1);
+    platform::null::Reset();
+    platform::null::ResetMedia();
     std::memset(keyDown, 0, sizeof keyDown);
     lastChar = 0;
     score = 0;

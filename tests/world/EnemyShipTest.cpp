@@ -141,11 +141,11 @@ TEST_F(Enemies, DiveAtWhereThePlayerWasOrChaseIt) {
         orders.diveKinds = {kind};
         EnemyShip ship = Arrived({0, 0, -20});
         ship.Update();  // sets out
-        keyDown['J'] = 1;
+        keyDown[static_cast<int>('J')] = 1;
         for (int i = 0; i < 200; ++i) {
             playerShip->Update();
         }
-        keyDown['J'] = 0;
+        keyDown[static_cast<int>('J')] = 0;
         while (ship.IsDiving()) {
             ship.Update();
         }

@@ -67,7 +67,8 @@ GVariant* IconPixmap() {
         g_variant_builder_init(&bytes, G_VARIANT_TYPE("ay"));
         for (int y = 0; y < height; ++y) {
             for (int x = 0; x < width; ++x) {
-                const guint8* pixel = rows + static_cast<ptrdiff_t>(y) * stride + x * channels;
+                const guint8* pixel = rows + static_cast<ptrdiff_t>(y) * stride +
+                                      static_cast<ptrdiff_t>(x) * channels;
                 const guint8 alpha = channels == 4 ? pixel[3] : guint8{255};
                 for (const guint8 byte : {alpha, pixel[0], pixel[1], pixel[2]}) {
                     g_variant_builder_add(&bytes, "y", byte);
