@@ -115,8 +115,16 @@ void BM_BusyScene(benchmark::State& state) {
         static_cast<double>(AllocationCount() - before) / static_cast<double>(frames);
 }
 
-BENCHMARK(BM_FortyShips)->DenseRange(1, 4)->Unit(benchmark::kMillisecond);
-BENCHMARK(BM_BusyScene)->DenseRange(1, 4)->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_FortyShips)
+    ->DenseRange(1, 4)
+    ->MeasureProcessCPUTime()
+    ->UseRealTime()
+    ->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_BusyScene)
+    ->DenseRange(1, 4)
+    ->MeasureProcessCPUTime()
+    ->UseRealTime()
+    ->Unit(benchmark::kMillisecond);
 
 }  // namespace
 

@@ -156,8 +156,10 @@ TEST_F(PlayerShipTest, HitBeyondTheShieldsCostsOneLifeAndTheShipComesBack) {
 }
 
 TEST_F(PlayerShipTest, RamDamagesBothUnlessTheShipIsProtected) {
-    Block rock(kStart + Vec3{3.5F, 0.5F, 0}, {-1, 1, -1, 1, -1, 1});
-    playerShip->AddShield();  // the ram looks at the hull, not at the wider shield
+    Block rock(kStart + Vec3{4.1F, 0.5F, 0}, {-1, 1, -1, 1, -1, 1});
+    playerShip->AddShield();
+    EXPECT_FALSE(playerShip->CollideWithShip(rock)) << "within the shield, but beside the hull";
+    rock.position.x = 3.5F;
     EXPECT_TRUE(playerShip->CollideWithShip(rock));
     EXPECT_EQ(rock.damage, 1);
     EXPECT_EQ(playerShip->GetShields(), 0);
