@@ -13,6 +13,7 @@
 #include <string>
 #include <vector>
 
+#include "LevelCheck.h"
 #include "ModelCheck.h"
 #include "ModelSizes.h"
 #include "audio/WaveFile.h"
@@ -21,9 +22,6 @@
 #include "graphics/ObjectManager.h"
 #include "graphics/TgaImage.h"
 #include "platform/Files.h"
-#include "world/AttackWave.h"
-#include "world/LevelText.h"
-#include "world/Path.h"
 
 namespace {
 
@@ -203,37 +201,9 @@ void AssetCheck::CheckWaves() {
     }
 }
 
-// The same reading order as the game's.
-std::string LevelFault(const std::string& path) {
-    constexpr int32_t kMany = 1000;
-    std::string text;
-    if (platform::ReadWholeText(path, text, kFileLimit)) {
-        return "cannot be read";
-    }
-    LevelText file(std::move(text));
-    file.ReadLine();
-    file.ReadLine();
-    file.ReadInt("view", 1, 4);
-    std::vector<std::unique_ptr<Path>> paths;
-    const int32_t pathCount = file.ReadInt("number of paths", 0, kMany);
-    for (int32_t i = 0; i < pathCount && !file.HasFailed(); ++i) {
-        paths.push_back(std::make_unique<Path>());
-        paths.back()->Read(file);
-    }
-    const int32_t waveCount = file.ReadInt("number of waves", 0, kMany);
-    for (int32_t i = 0; i < waveCount && !file.HasFailed(); ++i) {
-        AttackWave().Read(file, paths);
-    }
-    return file.Fault();
-}
-
 void AssetCheck::CheckLevels() {
-    std::vector<std::string> names = platform::ListFolder("levels");
-    std::sort(names.begin(), names.end());
-    for (const std::string& name : names) {
-        const std::string fault = LevelFault("levels\\" + name);
-        Report("levels/" + name,
-               fault.empty() ? std::vector<std::string>{} : std::vector<std::string>{fault});
+    for (const std::string& name : LevelFiles(".")) {
+        Report("levels/" + name, LevelFaults("levels/" + name));
     }
 }
 

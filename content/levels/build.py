@@ -14,6 +14,16 @@ HERE = pathlib.Path(__file__).resolve().parent
 OUT = HERE.parent.parent / "assets" / "levels"
 
 
+def refuse_repeats(found):
+    """A wave that a player has met before is no news."""
+    seen = {}
+    for level in found:
+        for layout in (wave.layout() for wave in level.waves):
+            if layout in seen:
+                raise ValueError(f"levels {seen[layout]} and {level.number} share a wave")
+            seen[layout] = level.number
+
+
 def main():
     try:
         shapes = pathshapes.read_shapes(HERE / "paths.txt")
@@ -23,6 +33,7 @@ def main():
                 if level.number in found:
                     raise ValueError(f"{table.name}: level {level.number} stands there twice")
                 found[level.number] = level
+        refuse_repeats(found.values())
     except ValueError as fault:
         print(f"build.py: {fault}", file=sys.stderr)
         return 1
