@@ -30,28 +30,32 @@
 #include "platform/VirtualKeys.h"
 #include "player/PlayerShip.h"
 #include "player/PowerupManager.h"
+#include "world/SceneryManager.h"
 
 namespace {
 
 struct Scene {
     const char* name;
     int32_t level;
-    int frames;      // of play before the picture is taken
-    int32_t weapon;  // what the player has by then
+    int frames;       // of play before the picture is taken
+    int fireFrames;   // before it in which the player fires
+    int driftFrames;  // of scenery drifting in before the level starts
+    uint32_t seed;    // chosen for what drifts in
+    int32_t weapon;   // what the player has by then
     int32_t engine;
     int32_t missiles;
 };
 
 // Two for each view; both bosses among them.
 constexpr std::array<Scene, 8> kScenes = {{
-    {"play-top", 1, 900, 2, 1, 0},
-    {"play-top-boss", 6, 1200, 4, 3, 4},
-    {"play-left", 3, 900, 3, 1, 0},
-    {"play-left-late", 14, 1100, 4, 3, 2},
-    {"play-right", 4, 900, 3, 2, 0},
-    {"play-right-late", 16, 1100, 5, 3, 2},
-    {"play-behind", 5, 900, 3, 2, 2},
-    {"play-behind-boss", 12, 1200, 4, 4, 4},
+    {"play-top", 7, 1000, 150, 700, 3, 3, 1, 1},
+    {"play-top-boss", 12, 1300, 120, 600, 5, 4, 3, 4},
+    {"play-left", 8, 1000, 150, 700, 2, 3, 1, 0},
+    {"play-left-late", 20, 1000, 120, 600, 7, 4, 3, 2},
+    {"play-right", 5, 900, 150, 700, 11, 2, 2, 0},
+    {"play-right-late", 26, 1000, 120, 600, 4, 4, 3, 2},
+    {"play-behind", 10, 900, 120, 300, 9, 3, 2, 2},
+    {"play-behind-late", 28, 1000, 120, 300, 8, 4, 4, 4},
 }};
 
 constexpr int kStripInterval = 300;  // frames between two pictures of a strip
@@ -93,7 +97,7 @@ void Hold(Action action, bool held) {
 }
 
 // A player who flies under the enemies and never lets go of the fire key.
-void SteerAtEnemies() {
+void SteerAtEnemies(bool fire) {
     EnemyShip* target = levelManager->PickTarget();
     static Vec3 aim;
     if (target != nullptr && platform::Random() % 20 == 0) {
@@ -109,7 +113,7 @@ void SteerAtEnemies() {
     Hold(Action::Right, across > kNear);
     Hold(Action::Up, up > kNear);
     Hold(Action::Down, up < -kNear);
-    HoldFire(true);
+    HoldFire(fire);
 }
 
 void Arm(const Scene& scene) {
@@ -130,11 +134,11 @@ void Arm(const Scene& scene) {
 }
 
 // One frame of play by a player who survives.
-void PlayFrame() {
+void PlayFrame(bool fire) {
     if (playerShip->GetShields() == 0) {
         playerShip->AddShield();
     }
-    SteerAtEnemies();
+    SteerAtEnemies(fire);
     // The camera's blend and the level's intro move while drawing.
     GameStage::Draw();
     GameStage::Update();
@@ -142,11 +146,14 @@ void PlayFrame() {
 
 void DrawScenes(const Options& options) {
     for (const Scene& scene : kScenes) {
-        platform::SeedRandom(7);
+        platform::SeedRandom(scene.seed);
         levelManager->StartAt(scene.level);
+        for (int i = 0; i < scene.driftFrames; ++i) {
+            levelManager->GetScenery().Update(false);
+        }
         Arm(scene);
         for (int i = 0; i < scene.frames; ++i) {
-            PlayFrame();
+            PlayFrame(i >= scene.frames - scene.fireFrames);
         }
         TakePicture(options, scene.name);
     }
@@ -271,7 +278,7 @@ private:
 void DrawStrip(const Options& options, int32_t level) {
     platform::SeedRandom(static_cast<uint32_t>(level));
     levelManager->StartAt(level);
-    Arm({"", level, 0, std::min(4, 1 + level / 6), std::min(4, level / 6), level / 9});
+    Arm({"", level, 0, 0, 0, 0, std::min(4, 1 + level / 6), std::min(4, level / 6), level / 9});
     Strip strip(glWindow->GetWidth(), glWindow->GetHeight());
     for (int frame = 0; frame < kStripLimit && levelManager->GetLevel() == level &&
                         levelManager->GetState() == GameState::Playing;
@@ -281,7 +288,7 @@ void DrawStrip(const Options& options, int32_t level) {
             strip.Add(ReadPixels());
             GameStage::Swap();
         }
-        PlayFrame();
+        PlayFrame(true);
     }
     char name[32];
     std::snprintf(name, sizeof name, "/strip-%02d.png", level);
