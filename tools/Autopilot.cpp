@@ -98,10 +98,9 @@ void Play(const Options& options, uint32_t seed, int32_t lastLevel, std::FILE* f
             return;
         }
         const bool next = levelManager->GetLevelsCompleted() != completed;
-        if (state == GameState::Shop && !shopping) {
-            WriteRow(file, recorder.End(true));  // the money as it was before the shop
-        } else if (next && !shopping) {
-            WriteRow(file, recorder.End(true));
+        const bool toShop = state == GameState::Shop && !shopping;
+        if (toShop || (next && !shopping)) {
+            WriteRow(file, recorder.End(true));  // with the money as it was before the shop
         }
         if ((next || state == GameState::Shop) && recorder.Level() == lastLevel) {
             return;

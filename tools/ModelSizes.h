@@ -9,10 +9,10 @@
 #include "core/Geometry.h"
 
 struct SizeClass {
-    const char* name;
-    float least;    // the longest of the three extents is at least this; world units
-    Vec3 most;      // extents along X, Y and Z
-    float maxEdge;  // of a quad: larger ones take light and fog from too few corners
+    const char* name = "";
+    float least = 0.0F;    // the longest of the three extents is at least this; world units
+    Vec3 most = {};        // extents along X, Y and Z
+    float maxEdge = 0.0F;  // of a quad: larger ones take light and fog from too few corners
 };
 
 struct ExpectedModel {

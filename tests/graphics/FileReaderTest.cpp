@@ -136,7 +136,7 @@ TEST_F(FileReaderTest, FacesMustLeaveTheMaterialsTheirRoom) {
     const std::string message =
         "ERROR: File Objects\\Test.aob does not have enough data for NumFaces\n";
     std::string file = TestModel{.faces = 2, .materials = {{"m"}}, .separators = {{0, 0}}}.Bytes();
-    const size_t least = file.find("vertices:") + 10 + 2 * 96 + 275;
+    const size_t least = file.find("vertices:") + 10 + size_t{2} * 96 + 275;
     ASSERT_GT(file.size(), least);
     file.resize(least);
     EXPECT_FALSE(Read(file)) << log;
@@ -195,9 +195,9 @@ TEST_F(FileReaderTest, NoDamageDoesMoreThanToBeRefused) {
 TEST_F(FileReaderTest, PicturesOf32BitsGetATransparentFrame) {
     ASSERT_TRUE(ReadPicture(TgaBytes(4, 4, 32)));
     EXPECT_EQ(image.format, static_cast<uint32_t>(GL_BGRA));
-    for (int pixel = 0; pixel < 16; ++pixel) {
-        const int x = pixel % 4;
-        const int y = pixel / 4;
+    for (size_t pixel = 0; pixel < 16; ++pixel) {
+        const size_t x = pixel % 4;
+        const size_t y = pixel / 4;
         const bool inner = (x == 1 || x == 2) && (y == 1 || y == 2);
         EXPECT_EQ(image.pixels[pixel * 4 + 3], inner ? 200 : 0) << x << ", " << y;
         EXPECT_EQ(image.pixels[pixel * 4], 200);
@@ -224,8 +224,8 @@ TEST_F(FileReaderTest, OtherPicturesAreRefused) {
         bytes[random() % 18] = static_cast<char>(random());
         bytes.resize(bytes.size() - random() % 3);
         if (ReadPicture(bytes)) {
-            ASSERT_EQ(image.pixels.size(),
-                      static_cast<size_t>(image.width) * image.height * (image.bitsPerPixel / 8))
+            ASSERT_EQ(image.pixels.size(), static_cast<size_t>(image.width) * image.height *
+                                               static_cast<size_t>(image.bitsPerPixel / 8))
                 << i;
         } else {
             ASSERT_TRUE(image.pixels.empty()) << i;

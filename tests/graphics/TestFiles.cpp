@@ -9,15 +9,17 @@ void AppendFloats(std::string& bytes, std::initializer_list<float> values) {
 }
 
 std::string MaterialText(const TestMaterial& material) {
-    std::string text = "Material: " + material.name +
-                       "\nColour: 0.5 0.25 -1.5 0.8\nDiffuse: .5 2.5e-1 3e-1 1\n"
-                       "Specular: 1 1 1 1\nShininess: 0.5\nTransparency: 0.75\n"
-                       "Luminosity: 2\nReflection: " +
-                       material.reflection +
-                       "\nNumTextures: " + std::to_string(material.textures.size()) + "\n";
+    std::string text = "Material: ";
+    text += material.name;
+    text += "\nColour: 0.5 0.25 -1.5 0.8\nDiffuse: .5 2.5e-1 3e-1 1\nSpecular: 1 1 1 1\n";
+    text += "Shininess: 0.5\nTransparency: 0.75\nLuminosity: 2\nReflection: ";
+    text += material.reflection;
+    text += "\nNumTextures: ";
+    text += std::to_string(material.textures.size());
+    text += "\n";
     for (const auto& [name, kind] : material.textures) {
-        text += "#  Texture: " + name + "\n#  Kind is:   " + kind;
-        text += "\n#S: 1 0 0 0.5\n#T: 0 0 -1 2\n";
+        text.append("#  Texture: ").append(name).append("\n#  Kind is:   ").append(kind);
+        text.append("\n#S: 1 0 0 0.5\n#T: 0 0 -1 2\n");
     }
     return text + std::string(275, '#') + "\n";
 }
