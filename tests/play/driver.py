@@ -27,7 +27,7 @@ ASSET_FOLDERS = ("Objects", "images")
 TITLE = "Nebulorix v1.0.0"
 QUESTION = "Start FullScreen?"
 WINDOW_READY = "Window Created without any problems"
-# Sanitizer builds and busy machines are slower than players' machines.
+# How many times longer than usual to wait before giving up: sanitizer builds are slow.
 PATIENCE = float(os.environ.get("PLAY_PATIENCE", "1"))
 PICTURES = pathlib.Path(os.environ.get("PLAY_PICTURES", tempfile.gettempdir()))
 
@@ -290,8 +290,8 @@ class Game:
 
     def key(self, name, hold=0.1, pause=0.1):
         """Holds a key for several frames where its effect cannot be seen."""
-        self.display.run("xdotool", "keydown", name, "sleep", str(hold * PATIENCE), "keyup", name)
-        time.sleep(pause * PATIENCE)
+        self.display.run("xdotool", "keydown", name, "sleep", str(hold), "keyup", name)
+        time.sleep(pause)
 
     # --- Its log ---
 

@@ -3,7 +3,6 @@
 #include <SDL.h>
 #include <malloc.h>
 
-#include <malloc.h>
 #include <algorithm>
 #include <cstdio>
 #include <cstdlib>
