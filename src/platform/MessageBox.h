@@ -2,8 +2,16 @@
 
 namespace platform {
 
-enum class BoxIcon { Question, Exclamation, Stop, Information };
-enum class BoxButtons { Ok, YesNo };
+enum class BoxIcon {
+    Question,
+    Exclamation,
+    Stop,
+    Information
+};
+enum class BoxButtons {
+    Ok,
+    YesNo
+};
 
 // Shows a box and waits for its answer: true for Yes or OK. Without a display that can show one
 // the text goes to stderr and the answer is No.

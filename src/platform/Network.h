@@ -39,6 +39,7 @@ private:
 };
 
 constexpr int kConnectTimeoutMs = 10000;
-constexpr int kReceiveTimeoutMs = 10000;  // of silence; an exchange as a whole is bounded by its caller
+constexpr int kReceiveTimeoutMs =
+    10000;  // of silence; an exchange as a whole is bounded by its caller
 
 }  // namespace platform

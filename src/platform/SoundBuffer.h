@@ -9,9 +9,9 @@
 namespace platform {
 
 struct PcmFormat {
-    int channels = 1;          // 1 or 2
+    int channels = 1;  // 1 or 2
     int samplesPerSecond = 22050;
-    int bitsPerSample = 16;    // 8 (unsigned) or 16 (signed)
+    int bitsPerSample = 16;  // 8 (unsigned) or 16 (signed)
 };
 
 struct SoundBuffer;

@@ -9,7 +9,11 @@
 namespace platform {
 
 struct TrayMenuItem {
-    enum class Kind { Picture, Text, Separator };
+    enum class Kind {
+        Picture,
+        Text,
+        Separator
+    };
     Kind kind = Kind::Text;
     const char* text = "";  // the label; for a picture the name of its resource
     int command = 0;        // id of the Command message; pictures cannot be chosen

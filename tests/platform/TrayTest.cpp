@@ -11,6 +11,7 @@
 #include <chrono>
 #include <cstdlib>
 #include <functional>
+#include <memory>
 #include <string>
 #include <thread>
 #include <vector>
@@ -178,37 +179,51 @@ public:
             nullptr,
             nullptr,
             {}};
-        g_dbus_connection_register_object(bus, "/StatusNotifierWatcher", info->interfaces[0],
-                                          &kFunctions, this, nullptr, nullptr);
-        g_bus_own_name_on_connection(bus, "org.kde.StatusNotifierWatcher",
-                                     G_BUS_NAME_OWNER_FLAGS_NONE, nullptr, nullptr, nullptr,
-                                     nullptr);
+        object =
+            g_dbus_connection_register_object(bus, "/StatusNotifierWatcher", info->interfaces[0],
+                                              &kFunctions, this, nullptr, nullptr);
+        name = g_bus_own_name_on_connection(bus, "org.kde.StatusNotifierWatcher",
+                                            G_BUS_NAME_OWNER_FLAGS_NONE, nullptr, nullptr, nullptr,
+                                            nullptr);
         g_dbus_node_info_unref(info);
     }
+
+    ~NotifierHost() {
+        g_bus_unown_name(name);
+        g_dbus_connection_unregister_object(bus, object);
+        g_object_unref(bus);
+    }
+    NotifierHost(const NotifierHost&) = delete;
+    NotifierHost& operator=(const NotifierHost&) = delete;
 
     // The answer arrives while the game's queue is pumped.
     void Call(const char* interface, const char* method, GVariant* parameters) {
         g_dbus_connection_call(
             bus, item.c_str(), "/StatusNotifierItem", interface, method, parameters, nullptr,
             G_DBUS_CALL_FLAGS_NONE, 2000, nullptr,
-            [](GObject* source, GAsyncResult* result, gpointer self) {
+            [](GObject* source, GAsyncResult* result, gpointer data) {
+                const std::unique_ptr<Answer> mailbox(static_cast<Answer*>(data));
                 GVariant* value =
                     g_dbus_connection_call_finish(G_DBUS_CONNECTION(source), result, nullptr);
                 gchar* text = value != nullptr ? g_variant_print(value, FALSE) : g_strdup("failed");
-                static_cast<NotifierHost*>(self)->answer = text;
+                **mailbox = text;
                 g_free(text);
                 if (value != nullptr) {
                     g_variant_unref(value);
                 }
             },
-            this);
+            new Answer(answer));
     }
 
-    std::string item;    // the bus name that asked to be shown
-    std::string answer;  // of the last call
+    std::string item;  // the bus name that asked to be shown
+    // Of the last call; shared, since an answer may come when the host has gone.
+    using Answer = std::shared_ptr<std::string>;
+    Answer answer = std::make_shared<std::string>();
 
 private:
     GDBusConnection* bus = nullptr;
+    guint object = 0;
+    guint name = 0;
 };
 
 // What the game's queue delivers.
@@ -338,9 +353,9 @@ TEST_F(Tray, ADesktopWithoutAClassicTrayGetsAStatusNotifier) {
     EXPECT_FALSE(AddIcon()) << "now there is a host";
     host.Call("org.freedesktop.DBus.Properties", "GetAll",
               g_variant_new("(s)", "org.kde.StatusNotifierItem"));
-    ASSERT_TRUE(Within(2000, [&host] { return !host.answer.empty(); }));
-    EXPECT_NE(host.answer.find("'Nebulorix running'"), std::string::npos) << host.answer;
-    EXPECT_NE(host.answer.find("'Active'"), std::string::npos);
+    ASSERT_TRUE(Within(2000, [&host] { return !host.answer->empty(); }));
+    EXPECT_NE(host.answer->find("'Nebulorix running'"), std::string::npos) << *host.answer;
+    EXPECT_NE(host.answer->find("'Active'"), std::string::npos);
 
     host.Call("org.kde.StatusNotifierItem", "Activate", g_variant_new("(ii)", 60, 60));
     ASSERT_TRUE(Within(2000, [] { return Got(MessageKind::Tray, platform::kTrayLeftButton); }));
@@ -356,11 +371,11 @@ TEST_F(Tray, ADesktopWithoutAClassicTrayGetsAStatusNotifier) {
         AddIcon();
         StartTray();
         ASSERT_TRUE(Within(5000, TrayHoldsAnIcon));
-        host.answer.clear();
+        host.answer->clear();
         EXPECT_TRUE(Within(3000, [&host] {
             host.Call("org.freedesktop.DBus.Properties", "GetAll",
                       g_variant_new("(s)", "org.kde.StatusNotifierItem"));
-            return host.answer.find("'Passive'") != std::string::npos;
+            return host.answer->find("'Passive'") != std::string::npos;
         })) << "one icon at a time";
     }
 }

@@ -182,7 +182,7 @@ class Game:
         self.environment = dict(display.environment, **(environment or {}))
         self.process = None
         self.place = None  # where the window was when it was last looked for
-        self.hold = 0.04  # seconds for which a key is held to move a highlight by one line
+        self.hold = 0.06  # seconds for which a key is held to move a highlight by one line
 
     # --- The program ---
 
@@ -333,7 +333,7 @@ class Game:
         for _ in range(60):
             if at == target:
                 # A key that was held a little too long moves it once more after the menu's pause.
-                time.sleep(0.3 * PATIENCE)
+                time.sleep(0.3)
                 at = self.wait_for_page(lines)
                 if at == target:
                     return
@@ -358,7 +358,7 @@ class Game:
 
     def moved_line(self, lines, before):
         """The highlighted line once it has moved, or has not moved for a while."""
-        end = time.monotonic() + 0.6 * PATIENCE
+        end = time.monotonic() + 0.6
         line = before
         while time.monotonic() < end and line == before:
             time.sleep(0.03)

@@ -4,9 +4,7 @@ does not have is no trap, and nothing is lost however often the window is made a
 import signal
 
 import gamefiles
-import pictures
-from driver import (MAIN_MENU, PAUSE_MENU, QUESTION, TITLE, WINDOW_READY, Display, game, main,
-                    wait_until)
+from driver import MAIN_MENU, PAUSE_MENU, QUESTION, WINDOW_READY, Display, game, main, wait_until
 from menus import options_page
 from playing import same_but_frame_rate
 
@@ -48,8 +46,8 @@ def the_picture_is_the_same_before_and_after():
             for keys in (("alt+Return",), ("ctrl+Return",)):
                 toggle(running, *keys)
                 wait_until(lambda: is_fullscreen(running), f"full screen by {keys}")
-                shown = running.wait_for_picture(lambda shown: same_but_frame_rate(before, shown),
-                                                 "the same picture in full screen")
+                running.wait_for_picture(lambda shown: same_but_frame_rate(before, shown),
+                                         "the same picture in full screen")
                 toggle(running, *keys)
                 wait_until(lambda: display.mode() == DESKTOP, "the desktop's mode")
                 running.wait_for_picture(lambda shown: same_but_frame_rate(before, shown),
@@ -71,13 +69,14 @@ def the_picture_is_the_same_before_and_after():
 def the_mode_is_given_back_at_every_end():
     display = small_modes()
     try:
-        for end, code in ((signal.SIGTERM, 0), (signal.SIGSEGV, -signal.SIGSEGV),
-                          (signal.SIGABRT, -signal.SIGABRT)):
+        for end in (signal.SIGTERM, signal.SIGSEGV, signal.SIGABRT):
             with game(display) as running:
                 running.start(fullscreen=True)
                 wait_until(lambda: is_fullscreen(running), "full screen")
                 running.signal(end)
-                assert running.wait_for_end() == code, (end, running.process.returncode)
+                code = running.wait_for_end()
+                # A fault is still reported as one; a sanitizer may change which.
+                assert code == 0 if end == signal.SIGTERM else code < 0, (end, code)
                 wait_until(lambda: display.mode() == DESKTOP, f"the desktop's mode after {end}")
     finally:
         display.close()
