@@ -23,7 +23,7 @@ namespace {
 std::unique_ptr<GameStage> stage;
 
 // Four rows of ten, straight into their formation, with the types that a late level has.
-std::string FortyShips(int view) {
+std::string FortyShipsLevel(int view) {
     const std::string start = view == 1 || view == 4 ? "0 0 -45" : "0 0 -60";
     std::string text = "Title: Bench\nAuthor: Bench\nView: " + std::to_string(view) +
                        "\nPaths: 1\nPoints: 2\n: " + start + "  0 0 -20\n" +
@@ -36,7 +36,7 @@ std::string FortyShips(int view) {
 }
 
 void PlayUntilFormed(int view) {
-    stage->WriteLevel1(FortyShips(view));
+    stage->WriteLevel1(FortyShipsLevel(view));
     levelManager->StartAt(1);
     for (int i = 0; i < 400; ++i) {
         GameStage::Update();
@@ -61,13 +61,13 @@ void DrawFrames(benchmark::State& state) {
         static_cast<double>(AllocationCount() - before) / static_cast<double>(frames);
 }
 
-void BM_FortyShips(benchmark::State& state) {
+void FortyShips(benchmark::State& state) {
     PlayUntilFormed(static_cast<int>(state.range(0)));
     DrawFrames(state);
 }
 
 // Forty ships, forty shots, five explosions, ten powerups, a planet and a nebula in view.
-void BM_BusyScene(benchmark::State& state) {
+void BusyScene(benchmark::State& state) {
     const int view = static_cast<int>(state.range(0));
     PlayUntilFormed(view);
     // Scenery takes its time to drift into the picture.
@@ -115,16 +115,13 @@ void BM_BusyScene(benchmark::State& state) {
         static_cast<double>(AllocationCount() - before) / static_cast<double>(frames);
 }
 
-BENCHMARK(BM_FortyShips)
+BENCHMARK(FortyShips)
     ->DenseRange(1, 4)
     ->MeasureProcessCPUTime()
     ->UseRealTime()
     ->Unit(benchmark::kMillisecond);
-BENCHMARK(BM_BusyScene)
-    ->DenseRange(1, 4)
-    ->MeasureProcessCPUTime()
-    ->UseRealTime()
-    ->Unit(benchmark::kMillisecond);
+BENCHMARK(BusyScene)->DenseRange(1, 4)->MeasureProcessCPUTime()->UseRealTime()->Unit(
+    benchmark::kMillisecond);
 
 }  // namespace
 

@@ -40,7 +40,7 @@ private:
     // False when the connection is to be closed.
     bool Receive(int socket, Connection& connection);
     static bool Send(int socket, Connection& connection);
-    std::string Answer(const std::string& request);
+    std::string Answer(const std::string& text);
     void CloseExpired();
 
     HiscoreStore& store;

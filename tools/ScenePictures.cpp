@@ -1,6 +1,6 @@
 // Pictures of the game being played, drawn by its own renderer.
 //
-//     scene-pictures OUT_FOLDER                    eight scenes of play and every other screen
+//     scene-pictures OUT_FOLDER                    nine scenes of play and every other screen
 //     scene-pictures OUT_FOLDER --strip A-B        film strips of levels A to B, a picture every
 //                                                  five seconds
 //     scene-pictures OUT_FOLDER --width W --height H   in another size than 800 x 600
@@ -30,6 +30,7 @@
 #include "platform/VirtualKeys.h"
 #include "player/PlayerShip.h"
 #include "player/PowerupManager.h"
+#include "world/EnemyTypes.h"
 #include "world/SceneryManager.h"
 
 namespace {
@@ -37,7 +38,7 @@ namespace {
 struct Scene {
     const char* name;
     int32_t level;
-    int frames;       // of play before the picture is taken
+    int frames;       // of play before the picture is taken; with kBoss, after the boss has come
     int fireFrames;   // before it in which the player fires
     int driftFrames;  // of scenery drifting in before the level starts
     uint32_t seed;    // chosen for what drifts in
@@ -46,10 +47,13 @@ struct Scene {
     int32_t missiles;
 };
 
-// Two for each view; both bosses among them.
-constexpr std::array<Scene, 8> kScenes = {{
+// At least two for each view; both bosses among them.
+constexpr int kBoss = -1;  // fire until the boss comes
+constexpr int kBossLimit = 20000;
+constexpr std::array<Scene, 9> kScenes = {{
     {"play-top", 7, 1000, 150, 700, 3, 3, 1, 1},
-    {"play-top-boss", 12, 1300, 120, 600, 5, 4, 3, 4},
+    {"play-top-warden", 6, 420, kBoss, 600, 5, 3, 3, 2},
+    {"play-top-queen", 12, 420, kBoss, 600, 5, 4, 3, 4},
     {"play-left", 8, 1000, 150, 700, 2, 3, 1, 0},
     {"play-left-late", 20, 1000, 120, 600, 7, 4, 3, 2},
     {"play-right", 5, 900, 150, 700, 11, 2, 2, 0},
@@ -138,10 +142,22 @@ void PlayFrame(bool fire) {
     if (playerShip->GetShields() == 0) {
         playerShip->AddShield();
     }
+    playerShip->AddLife();
     SteerAtEnemies(fire);
     // The camera's blend and the level's intro move while drawing.
     GameStage::Draw();
     GameStage::Update();
+}
+
+bool BossHasCome() {
+    AttackWave* wave = levelManager->GetCurrentWave();
+    for (int i = 0; wave != nullptr && i < wave->GroupCount(); ++i) {
+        EnemyGroup& group = wave->GetGroup(i);
+        if (group.GetOrders().type >= kFirstBossType && group.GetShip(0).active) {
+            return true;
+        }
+    }
+    return false;
 }
 
 void DrawScenes(const Options& options) {
@@ -152,8 +168,13 @@ void DrawScenes(const Options& options) {
             levelManager->GetScenery().Update(false);
         }
         Arm(scene);
+        if (scene.fireFrames == kBoss) {
+            for (int i = 0; i < kBossLimit && !BossHasCome(); ++i) {
+                PlayFrame(true);
+            }
+        }
         for (int i = 0; i < scene.frames; ++i) {
-            PlayFrame(i >= scene.frames - scene.fireFrames);
+            PlayFrame(scene.fireFrames != kBoss && i >= scene.frames - scene.fireFrames);
         }
         TakePicture(options, scene.name);
     }
@@ -201,6 +222,7 @@ void DrawScreens(const Options& options) {
     TakePicture(options, "menu-pause");
 
     levelManager->StartAt(1);
+    RunFrames(210);  // until the level's intro has passed
     Arm(kScenes[1]);
     money = 1500;
     if (levelManager->OpenShopNow()) {

@@ -141,6 +141,10 @@ void HandleKeyDown(int virtualKey) {
     lastChar = KeyMap::Translate(virtualKey);
     if (keyDown[platform::VK_CONTROL] != 0 && keyDown[platform::VK_RETURN] != 0) {
         FlipFullscreen();
+        // Used up: the next frame must not take this Enter for the choice of a menu line or for the
+        // end of a name.
+        keyDown[platform::VK_RETURN] = 0;
+        lastChar = 0;
     }
     HandleMusicKey(virtualKey);
 }

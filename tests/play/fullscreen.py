@@ -66,6 +66,26 @@ def the_picture_is_the_same_before_and_after():
         display.close()
 
 
+def the_enter_of_ctrl_enter_chooses_nothing():
+    display = small_modes()
+    try:
+        with game(display) as running:
+            running.start()
+            running.start_playing()
+            running.press_until("Escape", lambda: running.chosen_line(PAUSE_MENU) is not None, "pause")
+            # Held until the new window is there, as by a slow hand.
+            for _ in range(3):
+                created = running.log().count(WINDOW_READY)
+                with running.holding("Control_L", "Return"):
+                    wait_until(lambda: running.log().count(WINDOW_READY) > created, "a new window")
+                    running.wait_for_frames()
+                    running.key("Shift_L", hold=0.2)
+                assert running.chosen_line(PAUSE_MENU) == 0, "the game goes on"
+            assert running.close() == 0
+    finally:
+        display.close()
+
+
 def the_mode_is_given_back_at_every_end():
     display = small_modes()
     try:
@@ -121,5 +141,5 @@ def close_last_box(running):
 
 
 if __name__ == "__main__":
-    main(the_picture_is_the_same_before_and_after, the_mode_is_given_back_at_every_end,
-         a_refused_mode_is_a_question)
+    main(the_picture_is_the_same_before_and_after, the_enter_of_ctrl_enter_chooses_nothing,
+         the_mode_is_given_back_at_every_end, a_refused_mode_is_a_question)
