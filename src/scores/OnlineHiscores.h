@@ -22,7 +22,7 @@ public:
     // After the online option or the server has changed: gives up what runs and starts anew.
     void Restart();
     // Sends one result in the background if it enters the online table.
-    void SubmitScore(const char* name, int32_t score, int32_t level, float hitRatio);
+    void SubmitScore(const char* name, int32_t points, int32_t level, float hitRatio);
     // Lowest score that enters the online table.
     int32_t GetThreshold() const;
 

@@ -178,8 +178,10 @@ TEST_F(MenuTest, TheKeyConfigurationBindsOneKeyAFrame) {
     Press(platform::VK_INSERT);  // a music key: not bound
     Press(VK_ESCAPE);            // bound, and does not leave the menu
     ASSERT_EQ(menu.GetPage(), Menu::kKeyConfigPage);
-    keyDown['W'] = 1;
-    keyDown['A'] = 1;  // the lower code first, the other in the next frame
+    constexpr int kHigher = 'W';
+    constexpr int kLower = 'A';
+    keyDown[kHigher] = 1;
+    keyDown[kLower] = 1;  // the lower code first, the other in the next frame
     GameState next = GameState::Paused;
     menu.Update(next);
     menu.Update(next);

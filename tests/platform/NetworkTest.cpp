@@ -156,7 +156,6 @@ TEST(Network, ARaisedFlagEndsEveryStepAtOnce) {
 
 TEST(Network, ARaisedFlagEndsAConnectThatNobodyAnswers) {
     const Server full(nullptr, 0);
-    const CancelFlag never = false;
     TcpConnection waiting[3];  // fill the queue of a server that accepts nobody
     for (TcpConnection& connection : waiting) {
         ASSERT_FALSE(connection.Create());
