@@ -13,7 +13,6 @@
 #include "core/Registry.h"
 #include "game/LevelManager.h"
 #include "player/PlayerShip.h"
-#include "player/PowerupManager.h"
 #include "player/WeaponManager.h"
 #include "world/ExplosionManager.h"
 #include "world/SceneryManager.h"
@@ -66,7 +65,7 @@ void FortyShips(benchmark::State& state) {
     DrawFrames(state);
 }
 
-// Forty ships, forty shots, five explosions, ten powerups, a planet and a nebula in view.
+// Forty ships, forty lit shots, five explosions, and the scenery that has drifted in.
 void BusyScene(benchmark::State& state) {
     const int view = static_cast<int>(state.range(0));
     PlayUntilFormed(view);
@@ -74,16 +73,8 @@ void BusyScene(benchmark::State& state) {
     for (int i = 0; i < 900; ++i) {
         levelManager->GetScenery().Update(false);
     }
-    for (int i = 0; i < 10; ++i) {
-        playerShip->AddBulletCapacity();
-    }
-    for (int i = 0; i < 40; ++i) {
-        playerShip->AddBulletCapacity();
-        playerShip->AddBullet();
-    }
     WeaponManager& shots = levelManager->GetEnemyWeapons();
     ExplosionManager& explosions = levelManager->GetExplosions();
-    PowerupManager& powerups = levelManager->GetPowerups();
     playerShip->SetInvulnerable(1000000);
     GameStage::Draw();
     glFinish();
@@ -101,9 +92,6 @@ void BusyScene(benchmark::State& state) {
         while (explosions.ActiveCount() < 5) {
             explosions.Spawn({-20.0F + 10.0F * static_cast<float>(explosions.ActiveCount()), 0, 5},
                              100, false);
-        }
-        for (int i = 0; i < 200 && powerups.LiveCount() < 10; ++i) {
-            powerups.Drop({-20.0F + 4.0F * static_cast<float>(powerups.LiveCount()), 0, 0});
         }
         state.ResumeTiming();
         GameStage::Draw();

@@ -247,7 +247,15 @@ class Game:
         return self.display.wait_for_window(TITLE)
 
     def take_focus(self):
-        self.display.focus(self.window())
+        """Gives the game the keyboard. Its window may be made anew meanwhile."""
+        def has_it():
+            window = self.display.window(TITLE)
+            if window is not None and self.display.focused() == window:
+                return True
+            if window is not None:
+                self.display.run("xdotool", "windowfocus", window)
+            return False
+        wait_until(has_it, "the game to take the keyboard")
 
     def picture(self):
         """What the window shows now; None while there is none."""
