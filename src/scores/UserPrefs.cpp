@@ -102,8 +102,8 @@ bool UserPrefs::Load() {
             bytes.size());
         return true;
     }
-    screenWidth = InRange<int16_t>(fileWidth, 320, 16384, 800, "width");
-    screenHeight = InRange<int16_t>(fileHeight, 200, 16384, 600, "height");
+    screenWidth = InRange<int16_t>(fileWidth, 320, 4096, 800, "width");
+    screenHeight = InRange<int16_t>(fileHeight, 200, 4096, 600, "height");
     colourBits = InRange<uint8_t>(fileBits, 8, 32, 32, "colour depth");
     serverIndex = InRange<int32_t>(serverIndex, 0, GetServerCount() - 1, 0, "server");
 

@@ -73,7 +73,7 @@ def shots_are_heard_unless_the_sound_is_off():
         running.press_until("Escape", lambda: running.chosen_line(PAUSE_MENU) is not None, "the pause")
         running.open_page(PAUSE_MENU, "Options", options_page())
         running.highlight(options_page(), "Turn Sound On/Off")
-        running.key("Return")
+        running.key("Return", hold=0.5)  # taken once, however long it is held
         running.open_page(options_page(), "Go Back to Main Menu", PAUSE_MENU)
         running.choose(PAUSE_MENU, "Resume Game", running.is_playing, "the game")
         start = recording.position()

@@ -7,7 +7,7 @@ import signal
 import subprocess
 
 import gamefiles
-from driver import MAIN_MENU, QUESTION, ROOT, game, main
+from driver import MAIN_MENU, PROGRAM, QUESTION, ROOT, game, main
 
 
 def no_data_folder(folder):
@@ -87,17 +87,29 @@ def every_way_to_end_is_an_orderly_end():
             assert gamefiles.read_prefs(running.folder)["width"] == 640, way.__name__
 
 
+def a_close_while_the_question_is_open():
+    with game() as running:
+        running.launch()
+        running.display.wait_for_window(QUESTION)
+        running.signal(signal.SIGTERM)
+        running.wait_for_end()
+
+
 def without_a_display_one_line_says_so():
     environment = {name: value for name, value in os.environ.items()
                    if name not in ("DISPLAY", "WAYLAND_DISPLAY", "SDL_VIDEODRIVER")}
-    result = subprocess.run([str(ROOT / "play")], env=environment, text=True, timeout=60,
-                            capture_output=True, cwd="/tmp")
-    said = result.stdout + result.stderr
-    assert result.returncode == 1, (result.returncode, said)
-    assert said.count("\n") == 1 and "display" in said, said
+    for command in ([str(PROGRAM)], [str(ROOT / "play")]):
+        for display in ({}, {"DISPLAY": ":987"}):
+            if display and command[0].endswith("play"):
+                continue  # builds the game first
+            result = subprocess.run(command, env={**environment, **display}, text=True, timeout=60,
+                                    capture_output=True, cwd="/tmp")
+            said = result.stdout + result.stderr
+            assert result.returncode == 1, (command, display, result.returncode, said)
+            assert said.count("\n") == 1 and "display" in said, (command, display, said)
 
 
 if __name__ == "__main__":
     main(a_first_start_in_a_window, a_second_start_reads_the_preferences,
          the_question_is_answered_yes, every_way_to_end_is_an_orderly_end,
-         without_a_display_one_line_says_so)
+         a_close_while_the_question_is_open, without_a_display_one_line_says_so)

@@ -6,6 +6,7 @@
 
 #include "platform/Messages.h"
 #include "platform/Resources.h"
+#include "platform/desktop/DesktopMessages.h"
 
 namespace platform {
 
@@ -42,6 +43,9 @@ bool StartGtk() {
 gboolean KeepWindowAlive(gpointer) {
     if (SDL_WasInit(SDL_INIT_VIDEO) != 0) {
         SDL_PumpEvents();
+    }
+    if (CloseRequestedBySignal() && runningDialog != nullptr) {
+        gtk_dialog_response(GTK_DIALOG(runningDialog), GTK_RESPONSE_DELETE_EVENT);
     }
     return G_SOURCE_CONTINUE;
 }

@@ -288,6 +288,10 @@ void ReleaseHeldKeys() {
     }
 }
 
+bool CloseRequestedBySignal() {
+    return closeRequests != 0;
+}
+
 void ForgetMessagesOf(WindowHandle window) {
     TheState().queue.Forget(window);
 }

@@ -7,6 +7,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <iterator>
+#include <string>
 
 #include "platform/FramePacer.h"
 #include "platform/Messages.h"
@@ -131,6 +132,23 @@ bool FindMode(int width, int height, int bits, SDL_DisplayMode& best) {
     return !found;
 }
 
+// Where nobody names a display SDL draws to memory, and a game that nobody sees goes on for ever.
+// Only the displays that the environment names are tried; false when it names none.
+bool ChooseDisplays() {
+    if (SDL_GetHint(SDL_HINT_VIDEODRIVER) != nullptr) {
+        return true;  // asked for
+    }
+    std::string drivers;
+    if (SDL_getenv("DISPLAY") != nullptr) {
+        drivers = "x11";
+    }
+    if (SDL_getenv("WAYLAND_DISPLAY") != nullptr) {
+        drivers += drivers.empty() ? "wayland" : ",wayland";
+    }
+    SDL_SetHint(SDL_HINT_VIDEODRIVER, drivers.c_str());
+    return !drivers.empty();
+}
+
 void Show(Window& window) {
     const bool entersFullscreen = window.fullscreen && TheState().mode.w > 0;
     if (entersFullscreen) {
@@ -172,6 +190,10 @@ bool OpenDisplay() {
     // The message queue has handlers of its own; and a window that is created anew is not the end.
     SDL_SetHint(SDL_HINT_NO_SIGNAL_HANDLERS, "1");
     SDL_SetHint(SDL_HINT_QUIT_ON_LAST_WINDOW_CLOSE, "0");
+    if (!ChooseDisplays()) {
+        std::fprintf(stderr, "No display: neither DISPLAY nor WAYLAND_DISPLAY is set\n");
+        return true;
+    }
     if (SDL_InitSubSystem(SDL_INIT_VIDEO) != 0) {
         std::fprintf(stderr, "No display: %s\n", SDL_GetError());
         return true;
