@@ -1,5 +1,6 @@
 #include "app/Application.h"
 
+#include <array>
 #include <ctime>
 #include <filesystem>
 
@@ -72,6 +73,10 @@ void OpenJoystick() {
     }
 }
 
+void MakeKeyMap() {
+    keyMap = new KeyMap;
+}
+
 void OpenAudio() {
     soundManager = SoundManager::Instance();
     soundManager->Init();
@@ -100,6 +105,10 @@ void OpenScores() {
     hiscoreTable->Load(kHiscoreFile);
     hiscoreClient = new OnlineHiscores;
 }
+
+// After the log and the preferences, in this order.
+constexpr std::array kStartUpSteps = {OpenWindow, OpenJoystick, MakeKeyMap, OpenAudio,
+                                      MakePlayer, MakeGame,     OpenScores};
 
 void RunFrame() {
     glWindow->BeginScene();
@@ -175,9 +184,7 @@ void StartUp() {
     MakeDataFolder();
     OpenDebugLog();
     userPrefs = new UserPrefs;
-    const auto makeKeyMap = [] { keyMap = new KeyMap; };
-    for (void (*step)() : {+OpenWindow, +OpenJoystick, static_cast<void (*)()>(makeKeyMap),
-                           +OpenAudio, +MakePlayer, +MakeGame, +OpenScores}) {
+    for (void (*step)() : kStartUpSteps) {
         step();
         if (shutDown) {
             return;
