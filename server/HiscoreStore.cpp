@@ -39,6 +39,8 @@ HiscoreStore::~HiscoreStore() {
 }
 
 bool HiscoreStore::Open(const std::string& file) {
+    sqlite3_close(database);
+    database = nullptr;
     return sqlite3_open(file.c_str(), &database) != SQLITE_OK ||
            sqlite3_busy_timeout(database, 2000) != SQLITE_OK ||
            Execute("PRAGMA synchronous = FULL") || Execute(kSchema);
