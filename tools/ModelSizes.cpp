@@ -16,8 +16,8 @@ constexpr SizeClass kRing = {"aiming ring", 1.0F, {6.0F, 0.5F, 6.0F}, 2.0F};
 constexpr SizeClass kBolt = {"bolt", 0.5F, {1.0F, 1.0F, 2.2F}, 2.2F};
 constexpr SizeClass kMissile = {"missile", 0.8F, {0.8F, 0.8F, 1.4F}, 1.4F};
 constexpr SizeClass kEnemy = {"enemy", 2.5F, {4.05F, 4.05F, 4.05F}, 2.5F};
-constexpr SizeClass kFirstBoss = {"first boss", 14.0F, {16.0F, 16.0F, 16.0F}, 8.0F};
-constexpr SizeClass kSecondBoss = {"second boss", 16.0F, {24.0F, 24.0F, 24.0F}, 10.0F};
+constexpr SizeClass kFirstBossSize = {"first boss", 14.0F, {16.0F, 16.0F, 16.0F}, 8.0F};
+constexpr SizeClass kSecondBossSize = {"second boss", 16.0F, {24.0F, 24.0F, 24.0F}, 10.0F};
 constexpr SizeClass kPowerup = {"powerup", 1.5F, {2.6F, 2.6F, 2.6F}, 2.6F};
 constexpr SizeClass kRock = {"rock or debris", 2.0F, {6.5F, 6.5F, 6.5F}, 6.5F};
 constexpr SizeClass kFarObject = {"planet or station", 6.0F, {16.0F, 16.0F, 16.0F}, 16.0F};
@@ -68,8 +68,8 @@ void AddEnemies(std::vector<ExpectedModel>& models) {
             models.push_back({row->model, &kEnemy});
         }
     }
-    models.push_back({FindEnemyType(kFirstBossType)->model, &kFirstBoss});
-    models.push_back({FindEnemyType(kFirstBossType + 1)->model, &kSecondBoss});
+    models.push_back({FindEnemyType(kFirstBossType)->model, &kFirstBossSize});
+    models.push_back({FindEnemyType(kFirstBossType + 1)->model, &kSecondBossSize});
 }
 
 }  // namespace

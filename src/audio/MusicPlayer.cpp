@@ -13,23 +13,23 @@ namespace {
 constexpr int kWaitMs = 500;      // for the end of the track, before the thread looks up
 constexpr int kSilenceMs = 1000;  // after a track that was closed
 constexpr int32_t kMaxVolume = 100;
-constexpr int kVolumeStep = 50;  // hundredths of a decibel
+constexpr int kMusicVolumeStep = 50;  // hundredths of a decibel
 constexpr int kLowestVolume = -5000;
 
-MusicPlayer* instance = nullptr;
+MusicPlayer* thePlayer = nullptr;
 
 }  // namespace
 
 MusicPlayer* MusicPlayer::Instance() {
-    if (instance == nullptr) {
-        instance = new MusicPlayer;
+    if (thePlayer == nullptr) {
+        thePlayer = new MusicPlayer;
     }
-    return instance;
+    return thePlayer;
 }
 
 void MusicPlayer::DestroyInstance() {
-    delete instance;
-    instance = nullptr;
+    delete thePlayer;
+    thePlayer = nullptr;
 }
 
 MusicPlayer::~MusicPlayer() {
@@ -83,7 +83,7 @@ void MusicPlayer::ChangeVolume(int delta) {
     if (delta != 0) {  // the music thread passes 0 and leaves the number to the keys
         volume = std::clamp(volume + delta, 0, kMaxVolume);
     }
-    graph.SetVolume(volume * kVolumeStep + kLowestVolume);
+    graph.SetVolume(volume * kMusicVolumeStep + kLowestVolume);
 }
 
 void MusicPlayer::Shutdown() {

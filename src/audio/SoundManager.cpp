@@ -6,7 +6,7 @@
 namespace {
 
 constexpr float kStartVolume = 0.7F;
-constexpr int kVolumeStep = -30;  // hundredths of a decibel for each hundredth below full
+constexpr int kSoundVolumeStep = -30;  // hundredths of a decibel for each hundredth below full
 
 // Sounds of the first entries of the powerup table; the later powerups are collected silently.
 constexpr std::array<const char*, 6> kPickupResources = {
@@ -14,20 +14,20 @@ constexpr std::array<const char*, 6> kPickupResources = {
     "PS_DOUBLE_LASER", "PS_MISSILE_DUMBFIRE", "PS_MISSILE_FAST",
 };
 
-SoundManager* instance = nullptr;
+SoundManager* theManager = nullptr;
 
 }  // namespace
 
 SoundManager* SoundManager::Instance() {
-    if (instance == nullptr) {
-        instance = new SoundManager;
+    if (theManager == nullptr) {
+        theManager = new SoundManager;
     }
-    return instance;
+    return theManager;
 }
 
 void SoundManager::DestroyInstance() {
-    delete instance;
-    instance = nullptr;
+    delete theManager;
+    theManager = nullptr;
 }
 
 SoundManager::~SoundManager() {
@@ -88,7 +88,7 @@ void SoundManager::SetVolume(float level) {
     // In double precision 0.7F times 100 stays just below 70, so that the start level is 69
     // hundredths.
     const int hundredths = static_cast<int>(static_cast<double>(level) * 100.0);
-    const int volume = (100 - hundredths) * kVolumeStep;
+    const int volume = (100 - hundredths) * kSoundVolumeStep;
     for (const std::unique_ptr<Sound>* sound : {&fire, &playerExplosion, &explosion, &hit}) {
         if (*sound) {
             (*sound)->SetVolume(volume);

@@ -9,13 +9,13 @@
 
 namespace {
 
-constexpr size_t kFileLimit = 64U << 20U;  // bytes
-constexpr size_t kFaceBytes = 96;          // 4 corners of 6 floats
-constexpr int64_t kMaterialBytes = 275;    // the least that one material definition takes
-constexpr size_t kMaxName = 64;            // characters of a material or texture name
-constexpr size_t kAfterKeyword = 2;        // characters between a table's keyword and its content
-constexpr size_t kAfterTextureName = 15;   // between a texture's name and its kind
-constexpr size_t kAfterKind = 5;           // between the kind and the S plane
+constexpr size_t kModelLimit = 64U << 20U;  // bytes
+constexpr size_t kFaceBytes = 96;           // 4 corners of 6 floats
+constexpr int64_t kMaterialBytes = 275;     // the least that one material definition takes
+constexpr size_t kMaxName = 64;             // characters of a material or texture name
+constexpr size_t kAfterKeyword = 2;         // characters between a table's keyword and its content
+constexpr size_t kAfterTextureName = 15;    // between a texture's name and its kind
+constexpr size_t kAfterKind = 5;            // between the kind and the S plane
 constexpr size_t kBetweenPlanes = 4;
 
 // A little-endian float.
@@ -111,7 +111,7 @@ bool ModelData::Reject(const std::string& reason) const {
 bool ModelData::ReadAobFile() {
     FreeModel();
     std::vector<uint8_t> file;
-    if (platform::ReadWholeFile(fileName, file, kFileLimit) || file.empty()) {
+    if (platform::ReadWholeFile(fileName, file, kModelLimit) || file.empty()) {
         return true;
     }
     file.push_back(0);  // so that the last number too has the character that follows every number

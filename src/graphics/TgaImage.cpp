@@ -9,7 +9,7 @@
 
 namespace {
 
-constexpr size_t kFileLimit = 64U << 20U;  // bytes
+constexpr size_t kPictureLimit = 64U << 20U;  // bytes
 constexpr size_t kHeaderBytes = 18;
 // No image ID, no colour map, uncompressed true colour, origin (0, 0).
 constexpr std::array<uint8_t, 12> kHeader = {0, 0, 2, 0, 0, 0, 0, 0, 0, 0, 0, 0};
@@ -33,7 +33,7 @@ void ClearFrame(TgaImage& image) {
 bool LoadTga(const std::string& gamePath, TgaImage& image) {
     image = {};
     std::vector<uint8_t> file;
-    if (platform::ReadWholeFile(gamePath, file, kFileLimit) || file.size() < kHeaderBytes ||
+    if (platform::ReadWholeFile(gamePath, file, kPictureLimit) || file.size() < kHeaderBytes ||
         !std::equal(kHeader.begin(), kHeader.end(), file.begin())) {
         return false;
     }

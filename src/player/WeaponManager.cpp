@@ -26,7 +26,7 @@ constexpr std::array<const char*, kMissileKinds> kMissileModels = {
 std::array<uint32_t, kWeaponKinds + 1> weaponModels = {};
 std::array<uint32_t, kMissileKinds> missileModels = {};
 
-LevelManager* level = nullptr;  // finds the missiles' targets
+LevelManager* targetFinder = nullptr;  // finds the missiles' targets
 
 bool IsSideView(int32_t view) {
     return view == 2 || view == 3;
@@ -68,7 +68,7 @@ bool WeaponManager::LoadModels() {
 }
 
 void WeaponManager::SetLinks(LevelManager* levelManager, ExplosionManager* explosions) {
-    level = levelManager;
+    targetFinder = levelManager;
     Shot::SetLinks(levelManager, explosions);
 }
 
@@ -180,7 +180,7 @@ bool WeaponManager::FireMissile(int32_t missileKind, const Ship& ship,
     if (FreeCount() == 0 || inFlight >= (homing ? allowance.homing : allowance.dumbfire)) {
         return false;
     }
-    GameObject* target = homing ? level->PickTarget() : nullptr;
+    GameObject* target = homing ? targetFinder->PickTarget() : nullptr;
     if (homing && target == nullptr) {
         return false;
     }

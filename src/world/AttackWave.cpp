@@ -5,7 +5,7 @@
 
 namespace {
 
-constexpr int kPickTries = 10;
+constexpr int kGroupPickTries = 10;
 
 }  // namespace
 
@@ -47,7 +47,7 @@ void AttackWave::Draw() {
 }
 
 EnemyShip* AttackWave::PickRandomShip() {
-    for (int i = 0; i < kPickTries && !groups.empty(); ++i) {
+    for (int i = 0; i < kGroupPickTries && !groups.empty(); ++i) {
         EnemyGroup& group = *groups[platform::Random() % GroupCount()];
         if (group.IsLaunching() && !group.IsCleared()) {
             return group.PickRandomShip();

@@ -9,7 +9,7 @@
 
 namespace {
 
-constexpr int kPickTries = 10;
+constexpr int kShipPickTries = 10;
 constexpr int32_t kAnyNumber = std::numeric_limits<int32_t>::max();
 
 }  // namespace
@@ -108,7 +108,7 @@ void EnemyGroup::Draw() {
 }
 
 EnemyShip* EnemyGroup::PickRandomShip() {
-    for (int i = 0; i < kPickTries && !ships.empty(); ++i) {
+    for (int i = 0; i < kShipPickTries && !ships.empty(); ++i) {
         EnemyShip& ship = *ships[platform::Random() % ShipCount()];
         if (ship.active) {
             return &ship;

@@ -30,7 +30,7 @@ constexpr int kRingSlices = 14;
 constexpr int kRingLoops = 1;
 
 Colour debrisColour;
-GLUquadric* quadric = nullptr;
+GLUquadric* ringQuadric = nullptr;
 
 // A number from -25 to 24 as a part of `divisor`: units per frame.
 float RandomVelocity(float divisor) {
@@ -55,7 +55,7 @@ void TurnToCamera(int32_t view) {
 
 void DrawRing(float inner, float outer, float alpha) {
     glColor4f(kRingColour.red, kRingColour.green, kRingColour.blue, alpha);
-    gluDisk(quadric, inner, outer, kRingSlices, kRingLoops);
+    gluDisk(ringQuadric, inner, outer, kRingSlices, kRingLoops);
 }
 
 }  // namespace
@@ -125,7 +125,7 @@ void Explosion::DrawDebris() const {
 
 // Two rings that overlap and fade with one piece of debris each, so that they flicker out.
 void Explosion::DrawRings() const {
-    if (quadric == nullptr) {
+    if (ringQuadric == nullptr) {
         return;
     }
     const float outer = ringRadius * 1.2F;
@@ -160,13 +160,13 @@ void Explosion::FreeResources() {
 
 void Explosion::CreateGLObjects() {
     DeleteGLObjects();
-    quadric = gluNewQuadric();
+    ringQuadric = gluNewQuadric();
 }
 
 // GLU frees its own memory here and makes no GL call, so this is safe without a context.
 void Explosion::DeleteGLObjects() {
-    if (quadric != nullptr) {
-        gluDeleteQuadric(quadric);
-        quadric = nullptr;
+    if (ringQuadric != nullptr) {
+        gluDeleteQuadric(ringQuadric);
+        ringQuadric = nullptr;
     }
 }

@@ -7,7 +7,7 @@
 
 namespace {
 
-constexpr float kBottom = 105.0F;  // an object below it has left the field
+constexpr float kSceneryBottom = 105.0F;  // an object below it has left the field
 constexpr int32_t kViewWithoutFarLayers = 4;
 
 // The far layers glide by far below the play field, each at its depth and pace.
@@ -85,7 +85,7 @@ bool Scenery::Update() {
         return false;
     }
     position.z += speed;
-    if (position.z > kBottom) {
+    if (position.z > kSceneryBottom) {
         inUse = false;
         return true;
     }

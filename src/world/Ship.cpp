@@ -9,7 +9,7 @@
 
 namespace {
 
-GLUquadric* quadric = nullptr;
+GLUquadric* shieldQuadric = nullptr;
 
 constexpr std::array<GLfloat, 4> kNoGlow = {0.0F, 0.0F, 0.0F, 1.0F};
 
@@ -45,8 +45,8 @@ void Ship::DrawShield() const {
 }
 
 void Ship::DrawSphere(float sphereRadius, int slices, int stacks) {
-    if (quadric != nullptr) {
-        gluSphere(quadric, sphereRadius, slices, stacks);
+    if (shieldQuadric != nullptr) {
+        gluSphere(shieldQuadric, sphereRadius, slices, stacks);
     }
 }
 
@@ -92,13 +92,13 @@ void Ship::CalculateCentre() {
 
 void Ship::CreateQuadric() {
     DeleteQuadric();
-    quadric = gluNewQuadric();
+    shieldQuadric = gluNewQuadric();
 }
 
 // GLU frees its own memory here and makes no GL call, so this is safe without a context.
 void Ship::DeleteQuadric() {
-    if (quadric != nullptr) {
-        gluDeleteQuadric(quadric);
-        quadric = nullptr;
+    if (shieldQuadric != nullptr) {
+        gluDeleteQuadric(shieldQuadric);
+        shieldQuadric = nullptr;
     }
 }

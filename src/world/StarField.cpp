@@ -6,8 +6,8 @@
 
 namespace {
 
-constexpr float kTop = -68.0F;
-constexpr float kBottom = 100.0F;
+constexpr float kStarTop = -68.0F;
+constexpr float kStarBottom = 100.0F;
 
 float RandomShade() {
     return platform::RandomFraction() * 0.5F + 0.5F;
@@ -25,14 +25,14 @@ void StarField::Respawn(Star& star) {
     star.colour = {RandomShade(), RandomShade(), RandomShade()};
     const float x = platform::RandomFraction() * 140.0F - 70.0F;
     const float y = platform::RandomFraction() * 108.0F - 54.0F;
-    star.position = {x, y, kTop};
+    star.position = {x, y, kStarTop};
     star.speed = platform::RandomFraction() * 0.3F + 0.2F;
 }
 
 void StarField::Update() {
     for (Star& star : stars) {
         star.position.z += star.speed;
-        if (star.position.z > kBottom) {
+        if (star.position.z > kStarBottom) {
             Respawn(star);
         }
     }

@@ -37,7 +37,7 @@ constexpr int kSlowestWaitedRate = 50;
 // Depth of the depth buffer in bits: drivers that lack the best have one of the others.
 constexpr int kDepthBits[] = {32, 24, 16};
 
-struct State {
+struct DisplayState {
     bool displayOpen = false;
     bool exists = false;
     Window window;
@@ -47,8 +47,8 @@ struct State {
     size_t depthChoice = 0;  // index into kDepthBits of what the last window got
 };
 
-State& TheState() {
-    static State state;
+DisplayState& TheDisplay() {
+    static DisplayState state;
     return state;
 }
 
@@ -59,12 +59,12 @@ SDL_Window* Sdl(WindowHandle window) {
 // Refresh rate in Hz of the display that the window is on; 0 when unknown.
 int RefreshRate() {
     SDL_DisplayMode mode = {};
-    const int display = SDL_GetWindowDisplayIndex(TheState().window.sdl);
+    const int display = SDL_GetWindowDisplayIndex(TheDisplay().window.sdl);
     return display >= 0 && SDL_GetCurrentDisplayMode(display, &mode) == 0 ? mode.refresh_rate : 0;
 }
 
 void ConfigurePacer() {
-    ThePacer().Configure(TheState().swapWaits, RefreshRate());
+    ThePacer().Configure(TheDisplay().swapWaits, RefreshRate());
 }
 
 void SetFormatAttributes(int depthBits, int samples) {
@@ -83,7 +83,7 @@ void SetFormatAttributes(int depthBits, int samples) {
 
 // A hidden window with the deepest depth buffer that the driver gives; null when it has none.
 SDL_Window* CreateHidden(const WindowOptions& options, SDL_Point position, uint32_t flags) {
-    State& state = TheState();
+    DisplayState& state = TheDisplay();
     for (size_t i = state.depthChoice; i < std::size(kDepthBits); ++i) {
         SetFormatAttributes(kDepthBits[i], options.samples);
         SDL_Window* window =
@@ -150,13 +150,13 @@ bool ChooseDisplays() {
 }
 
 void Show(Window& window) {
-    const bool entersFullscreen = window.fullscreen && TheState().mode.w > 0;
+    const bool entersFullscreen = window.fullscreen && TheDisplay().mode.w > 0;
     if (entersFullscreen) {
         GuardDisplayMode();
     }
     SDL_ShowWindow(window.sdl);
     if (entersFullscreen) {
-        SDL_SetWindowDisplayMode(window.sdl, &TheState().mode);
+        SDL_SetWindowDisplayMode(window.sdl, &TheDisplay().mode);
         SDL_SetWindowFullscreen(window.sdl, SDL_WINDOW_FULLSCREEN);
         window.fullscreenEntered = true;
     }
@@ -182,7 +182,7 @@ static void KeepFreedMemory() {
 }
 
 bool OpenDisplay() {
-    State& state = TheState();
+    DisplayState& state = TheDisplay();
     if (state.displayOpen) {
         return false;
     }
@@ -208,7 +208,7 @@ bool OpenDisplay() {
 }
 
 void CloseDisplay() {
-    State& state = TheState();
+    DisplayState& state = TheDisplay();
     if (!state.displayOpen) {
         return;
     }
@@ -221,15 +221,15 @@ void CloseDisplay() {
 
 bool ChangeDisplayMode(int width, int height, int bits) {
     SDL_DisplayMode mode = {};
-    if (!TheState().displayOpen || FindMode(width, height, bits, mode)) {
+    if (!TheDisplay().displayOpen || FindMode(width, height, bits, mode)) {
         return true;
     }
-    TheState().mode = mode;
+    TheDisplay().mode = mode;
     return false;
 }
 
 void RestoreDisplayMode() {
-    State& state = TheState();
+    DisplayState& state = TheDisplay();
     state.mode = {};
     if (state.exists && state.window.fullscreenEntered) {
         Hide(state.window);
@@ -237,7 +237,7 @@ void RestoreDisplayMode() {
 }
 
 bool FindMultisampleFormat(int samples) {
-    if (!TheState().displayOpen || samples <= 0) {
+    if (!TheDisplay().displayOpen || samples <= 0) {
         return false;
     }
     WindowOptions options;
@@ -245,7 +245,7 @@ bool FindMultisampleFormat(int samples) {
     options.height = 16;
     options.samples = samples;
     // Some display servers choose the format with the window, others with the context.
-    const size_t depthChoice = TheState().depthChoice;
+    const size_t depthChoice = TheDisplay().depthChoice;
     SDL_Window* const currentWindow = SDL_GL_GetCurrentWindow();
     const SDL_GLContext currentContext = SDL_GL_GetCurrentContext();
     SDL_Window* probe = CreateHidden(options, {0, 0}, 0);
@@ -259,12 +259,12 @@ bool FindMultisampleFormat(int samples) {
     if (probe != nullptr) {
         SDL_DestroyWindow(probe);
     }
-    TheState().depthChoice = depthChoice;
+    TheDisplay().depthChoice = depthChoice;
     return offered >= samples;
 }
 
 WindowHandle CreateGameWindow(const WindowOptions& options) {
-    State& state = TheState();
+    DisplayState& state = TheDisplay();
     if (!state.displayOpen || state.exists || options.width <= 0 || options.height <= 0) {
         return nullptr;
     }
@@ -292,7 +292,7 @@ WindowHandle CreateGameWindow(const WindowOptions& options) {
 }
 
 bool DestroyGameWindow(WindowHandle window) {
-    State& state = TheState();
+    DisplayState& state = TheDisplay();
     if (window != &state.window || !state.exists) {
         return true;
     }
@@ -331,7 +331,7 @@ void ShowCursor(bool visible) {
 }
 
 SurfaceHandle GetSurface(WindowHandle window) {
-    return Sdl(window) != nullptr ? &TheState().surface : nullptr;
+    return Sdl(window) != nullptr ? &TheDisplay().surface : nullptr;
 }
 
 bool ReleaseSurface(WindowHandle window, SurfaceHandle surface) {
@@ -339,8 +339,8 @@ bool ReleaseSurface(WindowHandle window, SurfaceHandle surface) {
 }
 
 void SwapBuffers(SurfaceHandle surface) {
-    if (surface != nullptr && TheState().exists) {
-        SDL_GL_SwapWindow(TheState().window.sdl);
+    if (surface != nullptr && TheDisplay().exists) {
+        SDL_GL_SwapWindow(TheDisplay().window.sdl);
     }
 }
 
@@ -355,10 +355,10 @@ bool MakeCurrent(SurfaceHandle surface, ContextHandle context) {
     if (context == nullptr) {
         return SDL_GL_MakeCurrent(nullptr, nullptr) != 0;
     }
-    if (surface == nullptr || !TheState().exists) {
+    if (surface == nullptr || !TheDisplay().exists) {
         return true;
     }
-    return SDL_GL_MakeCurrent(TheState().window.sdl, context) != 0;
+    return SDL_GL_MakeCurrent(TheDisplay().window.sdl, context) != 0;
 }
 
 bool DeleteContext(ContextHandle context) {
@@ -375,7 +375,7 @@ void* GetProcAddress(const char* name) {
 
 bool SetSwapInterval(int refreshes) {
     const bool refused = SDL_GL_SetSwapInterval(refreshes) != 0;
-    State& state = TheState();
+    DisplayState& state = TheDisplay();
     if (!state.exists) {
         return true;
     }
@@ -392,18 +392,18 @@ bool SetSwapInterval(int refreshes) {
 }
 
 SDL_Window* DesktopWindow() {
-    return TheState().exists ? TheState().window.sdl : nullptr;
+    return TheDisplay().exists ? TheDisplay().window.sdl : nullptr;
 }
 
 WindowHandle GameWindow() {
-    return TheState().exists ? &TheState().window : nullptr;
+    return TheDisplay().exists ? &TheDisplay().window : nullptr;
 }
 
 bool IsGameWindowPaintable() {
-    if (!TheState().exists) {
+    if (!TheDisplay().exists) {
         return false;
     }
-    const uint32_t flags = SDL_GetWindowFlags(TheState().window.sdl);
+    const uint32_t flags = SDL_GetWindowFlags(TheDisplay().window.sdl);
     return (flags & SDL_WINDOW_SHOWN) != 0 && (flags & SDL_WINDOW_MINIMIZED) == 0;
 }
 
@@ -411,7 +411,7 @@ void PostSizeChange() {
     if (!IsGameWindowPaintable()) {
         return;  // while it is hidden or on its way, a size means nothing
     }
-    Window& window = TheState().window;
+    Window& window = TheDisplay().window;
     int width = 0;
     int height = 0;
     SDL_GL_GetDrawableSize(window.sdl, &width, &height);
