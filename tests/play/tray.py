@@ -3,14 +3,14 @@
 from driver import game, main, wait_until
 from fullscreen import DESKTOP, is_fullscreen, small_modes
 
-LEFT, RIGHT = "1", "3"
+LEFT, RIGHT = 1, 3
 # Where the items of the menu stand, as shares of its height.
 PICTURE, TOGGLE, EXIT = 0.18, 0.5, 0.8
 
 
 def icon_place(display):
     """Where the icon is on the screen; None while the tray does not show it."""
-    for window in display.run("xdotool", "search", "--onlyvisible", "--name", "^Nebulorix$").split():
+    for window in display.windows("Nebulorix"):
         place = display.geometry(window)
         if place and place[2] <= 40:
             return place
@@ -18,7 +18,7 @@ def icon_place(display):
 
 
 def menu_place(display):
-    for window in display.run("xdotool", "search", "--onlyvisible", "--name", "^nebulorix$").split():
+    for window in display.windows("nebulorix"):
         place = display.geometry(window)
         if place and place[2] > 60:
             return place
@@ -27,8 +27,7 @@ def menu_place(display):
 
 def click(display, place, across, down, button):
     x, y, width, height = place
-    display.run("xdotool", "mousemove", str(x + int(width * across)), str(y + int(height * down)),
-                "click", button)
+    display.click(x + int(width * across), y + int(height * down), button)
 
 
 def open_menu(display, button):
