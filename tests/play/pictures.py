@@ -77,13 +77,12 @@ class Picture:
             return None
         colour = numpy.median(pixels[dots], axis=0)
         lit = (abs(pixels - colour) <= COLOUR_SLACK).all(axis=2)
-        # Each character has its dots, so that a line that differs in one is another line. Above
-        # and below there may be letters of the neighbouring lines.
+        # Each character has its dots and no others, so that a line that differs in one is another
+        # line. Above and below there may be letters of the neighbouring lines.
         cells = (len(dots), -1, ADVANCE)
-        missing = (dots & ~lit).reshape(cells).sum(axis=(0, 2))
+        missing = (dots & ~lit).reshape(cells)[:ABOVE].sum(axis=(0, 2))
         added = (lit & ~dots).reshape(cells)[FEET:ABOVE].sum(axis=(0, 2))
-        allowed = 0.05 * dots.reshape(cells).sum(axis=(0, 2))
-        if (missing <= allowed).all() and (added <= 4).all():
+        if max(missing.max(), added.max()) <= 2:
             return tuple(int(part) for part in colour)
         return None
 

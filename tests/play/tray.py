@@ -38,11 +38,12 @@ def open_menu(display, button):
 
 def both_items_of_the_menu_do_their_work():
     display = small_modes()
-    display.spawn("trayer", "--edge", "bottom", "--align", "right", "--widthtype", "request",
-                  "--height", "32")
     try:
         with game(display) as running:
             running.start()
+            # A tray that comes after the game takes its icon too.
+            display.spawn("trayer", "--edge", "bottom", "--align", "right", "--widthtype",
+                          "request", "--height", "32")
             place = open_menu(display, LEFT)
             x, y, width, height = place
             banner = display.picture(x, y, width, int(height * 0.35))
