@@ -2,6 +2,7 @@
 does not have is no trap, and nothing is lost or grows however often the window is made anew."""
 
 import signal
+import time
 
 import gamefiles
 from driver import (LONG, MAIN_MENU, PAUSE_MENU, QUESTION, WINDOW_READY, Display, game, main,
@@ -29,6 +30,7 @@ def toggle(running, *keys):
     running.display.tap(*keys)
     wait_until(lambda: running.log().count(WINDOW_READY) > created, f"{keys} to have an effect")
     running.wait_for_frames()
+    time.sleep(0.25)  # SDL waits so long before it takes the new window's keys for all that are held
 
 
 def is_fullscreen(running):
