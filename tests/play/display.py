@@ -213,5 +213,6 @@ class Display:
 
     def click(self, x, y, button=1):
         self.fake(X.MotionNotify, x=x, y=y)
+        time.sleep(0.2)  # a menu takes no click in the moment in which it opens or is entered
         self.fake(X.ButtonPress, button)
         self.fake(X.ButtonRelease, button)

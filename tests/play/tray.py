@@ -1,5 +1,7 @@
 """The icon in the tray and its menu."""
 
+import time
+
 from driver import game, main, wait_until
 from fullscreen import DESKTOP, is_fullscreen, small_modes
 
@@ -31,7 +33,11 @@ def click(display, place, across, down, button):
 
 
 def open_menu(display, button):
-    icon = wait_until(lambda: icon_place(display), "the icon in the tray")
+    def settled():
+        place = icon_place(display)
+        time.sleep(0.3)  # the tray makes room for it
+        return place if place == icon_place(display) else None
+    icon = wait_until(settled, "the icon in the tray")
     click(display, icon, 0.5, 0.5, button)
     return wait_until(lambda: menu_place(display), "the menu of the icon")
 
