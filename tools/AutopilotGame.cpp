@@ -4,22 +4,15 @@
 #include <cstring>
 #include <sstream>
 
+#include "GameRegistry.h"
+#include "app/Application.h"
 #include "audio/SoundManager.h"
 #include "core/DebugLog.h"
-#include "core/KeyMap.h"
 #include "core/Registry.h"
 #include "game/LevelManager.h"
-#include "graphics/GLExtensions.h"
 #include "graphics/GLWindow.h"
-#include "graphics/ObjectManager.h"
 #include "platform/Random.h"
 #include "player/PlayerShip.h"
-#include "player/PowerupManager.h"
-#include "player/WeaponManager.h"
-#include "scores/HiscoreTable.h"
-#include "scores/OnlineHiscores.h"
-#include "scores/UserPrefs.h"
-#include "world/SceneryManager.h"
 
 namespace {
 
@@ -36,12 +29,6 @@ constexpr std::array<Arms, 6> kTypicalArms = {{
     {3, 3, 18, 20, 2, 1, 1, false},
 }};
 
-template <typename Object>
-void Delete(Object*& object) {
-    delete object;
-    object = nullptr;
-}
-
 template <typename Step>
 void Times(int32_t count, Step step) {
     for (int32_t i = 0; i < count; ++i) {
@@ -57,45 +44,17 @@ const Arms& TypicalArms(int32_t level) {
 
 AutopilotGame::AutopilotGame() {
     CaptureLog(&log);
-    userPrefs = new UserPrefs;
-    if (userPrefs->GetOnlineHiscores()) {
-        userPrefs->ToggleOnlineHiscores();
-    }
-    keyMap = new KeyMap;
-    glExtensions = new GLExtensions;
-    glWindow = new GLWindow;
-    if (glWindow->CreateGLWindow("Autopilot", 800, 600, 32)) {
+    if (FillRegistry("Autopilot", 800, 600, AddGameTenants)) {
         Log("ERROR: the window without a display was refused\n");
     }
-    soundManager = SoundManager::Instance();
     soundManager->Init();
-    WeaponManager::LoadModels();
-    SceneryManager::LoadModels();
-    PowerupManager::LoadModels();
-    playerShip = new PlayerShip;
-    if (!playerShip->LoadModel("Objects\\PlayerBase.aob")) {
-        Log("ERROR: the player's ship has no model\n");
+    if (AddGameToRegistry()) {
+        Log("ERROR: the player's ship or the game lacks a model\n");
     }
-    levelManager = new LevelManager(playerShip);
-    levelManager->Init();
-    hiscoreTable = new HiscoreTable;
-    hiscoreClient = new OnlineHiscores;
 }
 
 AutopilotGame::~AutopilotGame() {
-    Delete(hiscoreClient);
-    Delete(hiscoreTable);
-    Delete(levelManager);
-    playerShip = nullptr;
-    glWindow->DestroyGLWindow();
-    ObjectManager::Destroy();
-    Delete(glWindow);
-    Delete(glExtensions);
-    soundManager->Shutdown();
-    SoundManager::DestroyInstance();
-    soundManager = nullptr;
-    Delete(keyMap);
-    Delete(userPrefs);
+    EmptyRegistry();
     CaptureLog(nullptr);
 }
 

@@ -3,32 +3,21 @@
 #include <cstdlib>
 #include <fstream>
 
+#include "GameRegistry.h"
 #include "app/Application.h"
 #include "audio/SoundManager.h"
 #include "core/DebugLog.h"
 #include "core/KeyMap.h"
 #include "core/Registry.h"
 #include "game/LevelManager.h"
-#include "graphics/GLExtensions.h"
 #include "graphics/GLWindow.h"
-#include "graphics/ObjectManager.h"
 #include "platform/Random.h"
-#include "player/PlayerShip.h"
-#include "scores/HiscoreTable.h"
-#include "scores/OnlineHiscores.h"
-#include "scores/UserPrefs.h"
 
 namespace fs = std::filesystem;
 
 namespace {
 
 constexpr const char* kTitle = "Nebulorix";
-
-template <typename Object>
-void Delete(Object*& object) {
-    delete object;
-    object = nullptr;
-}
 
 void Hold(Action action, bool held) {
     keyDown[keyMap->Get(action)] = held ? 1 : 0;
@@ -52,43 +41,19 @@ GameStage::GameStage(const fs::path& assets, int16_t width, int16_t height)
 
     CaptureLog(&log);
     platform::SeedRandom(1);
-    userPrefs = new UserPrefs;
-    userPrefs->ToggleOnlineHiscores();
-    keyMap = new KeyMap;
-    glExtensions = new GLExtensions;
-    glWindow = new GLWindow;
-    glWindow->SetFullscreen(false);
-    AddGameTenants(*glWindow);
-    if (glWindow->CreateGLWindow(kTitle, width, height, 32)) {
+    const auto prepare = [](GLWindow& window) {
+        window.SetFullscreen(false);
+        AddGameTenants(window);
+    };
+    if (FillRegistry(kTitle, width, height, prepare)) {
         return;
     }
-    soundManager = SoundManager::Instance();  // never initialised: silent
     soundManager->ToggleSound();
-    playerShip = new PlayerShip;
-    failed = !playerShip->LoadModel("Objects\\PlayerBase.aob");
-    levelManager = new LevelManager(playerShip);
-    failed |= levelManager->Init();
-    hiscoreTable = new HiscoreTable;
-    hiscoreClient = new OnlineHiscores;
+    failed = AddGameToRegistry();
 }
 
 GameStage::~GameStage() {
-    if (glWindow != nullptr) {
-        glWindow->DestroyGLWindow();
-        ObjectManager::Destroy();
-    }
-    Delete(levelManager);
-    playerShip = nullptr;
-    Delete(hiscoreTable);
-    Delete(hiscoreClient);
-    Delete(glWindow);
-    Delete(glExtensions);
-    if (soundManager != nullptr) {
-        SoundManager::DestroyInstance();
-        soundManager = nullptr;
-    }
-    Delete(keyMap);
-    Delete(userPrefs);
+    EmptyRegistry();
     CaptureLog(nullptr);
     platform::CloseDisplay();
     fs::current_path(previousFolder);

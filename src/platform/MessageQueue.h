@@ -1,7 +1,7 @@
 #pragma once
 
-// The waiting messages and the quit request, shared by every platform's Messages.cpp. The program
-// does not use it directly: see Messages.h.
+// The waiting messages, the quit request and who is told of them, shared by every platform's
+// Messages.cpp. The program does not use it directly: see Messages.h.
 
 #include <cstddef>
 #include <vector>
@@ -39,5 +39,16 @@ private:
     size_t untilQuit = 0;  // messages that still come before the quit
     int exitCode = 0;
 };
+
+// What every platform's messages have in common.
+struct MessageCentre {
+    MessageQueue queue;
+    WindowProcedure procedure = nullptr;
+    void (*idlePump)() = nullptr;
+    bool pumping = false;  // inside idlePump
+};
+MessageCentre& TheMessages();
+// Calls the idle pump, unless it is from inside of it that somebody waits for messages.
+void RunIdlePump();
 
 }  // namespace platform

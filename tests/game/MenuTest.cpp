@@ -62,26 +62,6 @@ protected:
     Menu menu;
 };
 
-TEST_F(MenuTest, TheMainMenuStartsLeavesAndQuits) {
-    menu.Open(Menu::kMainMenu);
-    EXPECT_EQ(menu.LineText(1), "Start New Game");
-    EXPECT_EQ(Choose(1, GameState::MainMenu), GameState::Playing);
-    EXPECT_EQ(Press(VK_ESCAPE, GameState::MainMenu), GameState::Title);
-    EXPECT_EQ(Choose(3, GameState::MainMenu), GameState::NoChange);
-    EXPECT_TRUE(CloseWasAsked());
-    menu.Open(3);
-    EXPECT_EQ(menu.GetPage(), Menu::kPausePage);
-    EXPECT_TRUE(Logged("ERROR: Got illegal menu option: 3\n"));
-}
-
-TEST_F(MenuTest, ThePauseMenuResumesAndQuits) {
-    menu.Open(Menu::kPauseMenu);
-    EXPECT_EQ(Choose(1), GameState::Playing);
-    EXPECT_EQ(Press(VK_ESCAPE), GameState::Playing);
-    EXPECT_EQ(Choose(3), GameState::Paused);
-    EXPECT_TRUE(CloseWasAsked());
-}
-
 TEST_F(MenuTest, OptionsLeadBackToThePausePageFromWhereverTheyWereEntered) {
     menu.Open(Menu::kMainMenu);
     Choose(2, GameState::MainMenu);
@@ -141,19 +121,6 @@ TEST_F(MenuTest, AllTenResolutionsAreTakenAtOnce) {
     EXPECT_EQ(menu.GetPage(), Menu::kOptionsPage);
 }
 
-TEST_F(MenuTest, PolygonModesOpenOnSmoothAndStay) {
-    OpenOptions();
-    Choose(4);
-    EXPECT_EQ(menu.GetPage(), Menu::kPolygonPage);
-    EXPECT_EQ(menu.GetSelected(), 4);
-    for (int line = 1; line <= 4; ++line) {
-        Choose(line);
-        EXPECT_EQ(menu.GetPage(), Menu::kPolygonPage);
-    }
-    Choose(5);
-    EXPECT_EQ(menu.GetPage(), Menu::kOptionsPage);
-}
-
 TEST_F(MenuTest, ServersAreListedWithTheCurrentOneHighlighted) {
     ASSERT_FALSE(userPrefs->AddServer("scores.test", "/table", 81));
     userPrefs->SetServerIndex(1);
@@ -169,33 +136,6 @@ TEST_F(MenuTest, ServersAreListedWithTheCurrentOneHighlighted) {
     Choose(3);
     EXPECT_EQ(userPrefs->GetServerIndex(), 2);
     EXPECT_EQ(menu.GetPage(), Menu::kOptionsPage);
-}
-
-TEST_F(MenuTest, TheKeyConfigurationBindsOneKeyAFrame) {
-    OpenOptions();
-    Choose(6);
-    ASSERT_EQ(menu.GetPage(), Menu::kKeyConfigPage);
-    Press(platform::VK_INSERT);  // a music key: not bound
-    Press(VK_ESCAPE);            // bound, and does not leave the menu
-    ASSERT_EQ(menu.GetPage(), Menu::kKeyConfigPage);
-    constexpr int kHigher = 'W';
-    constexpr int kLower = 'A';
-    keyDown[kHigher] = 1;
-    keyDown[kLower] = 1;  // the lower code first, the other in the next frame
-    GameState next = GameState::Paused;
-    menu.Update(next);
-    menu.Update(next);
-    for (const int key : {VK_RETURN, static_cast<int>('F')}) {
-        Press(key);
-    }
-    EXPECT_EQ(keyMap->Get(Action::Up), 'I') << "the old keys stay until all six are given";
-    Press('G');
-    EXPECT_EQ(menu.GetPage(), Menu::kOptionsPage);
-    EXPECT_EQ(keyMap->Get(Action::Up), VK_ESCAPE);
-    EXPECT_EQ(keyMap->Get(Action::Down), 'A');
-    EXPECT_EQ(keyMap->Get(Action::Left), 'W');
-    EXPECT_EQ(keyMap->Get(Action::Right), VK_RETURN);
-    EXPECT_EQ(keyMap->Get(Action::Fire2), 'G');
 }
 
 TEST(KeyTranslation, TypesLettersDigitsAndThreeOthers) {

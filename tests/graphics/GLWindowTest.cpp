@@ -81,36 +81,6 @@ TEST_F(GLWindowTest, ThePlayerChoosesBetweenWindowAndFullScreen) {
     EXPECT_EQ(glWindow->GetLightLimit(), static_cast<uint32_t>(GL_LIGHT0 + 8));
 }
 
-TEST_F(GLWindowTest, TheAnswerYesToARefusedModeGoesOnInAWindow) {
-    null::TheSystem().modeRefused = [](int, int, int) { return true; };
-    null::Media().boxAnswers = {true};
-    EXPECT_FALSE(Create());
-    EXPECT_TRUE(
-        BoxShown("The Requested Fullscreen Mode Is Not Supported By\n"
-                 "Your Video Card. Use Windowed Mode Instead?",
-                 "Nebulorix"));
-    EXPECT_FALSE(glWindow->IsFullscreen());
-    EXPECT_TRUE(null::TheWindow().exists);
-}
-
-TEST_F(GLWindowTest, TheAnswerNoToARefusedModeEndsTheProgram) {
-    null::TheSystem().modeRefused = [](int, int, int) { return true; };
-    null::Media().boxAnswers = {true, false, true};
-    static int closes = 0;
-    closes = 0;
-    platform::SetWindowProcedure([](const platform::Message& message) {
-        closes += message.kind == platform::MessageKind::Close ? 1 : 0;
-    });
-    EXPECT_TRUE(glWindow->AskFullscreen());
-    platform::SetWindowProcedure(nullptr);
-    EXPECT_EQ(closes, 1) << "the failure asks the program to close";
-    EXPECT_TRUE(BoxShown("Program Will Now Close.", "ERROR"));
-    EXPECT_TRUE(
-        Logged("ERROR: User chose not to run in windowed mode, when fullscreen wasnt "
-               "available\n"));
-    EXPECT_EQ(null::TheWindow().windowsCreated, 1) << "only that of the set-up";
-}
-
 TEST_F(GLWindowTest, EachFailingStepHasItsBoxAndItsLine) {
     struct Step {
         bool null::System::*fails;
@@ -240,17 +210,6 @@ TEST_F(GLWindowTest, TenantsAreServedInTheirOrder) {
     glWindow->DestroyGLWindow();
     glWindow->DestroyGLWindow();
     EXPECT_EQ(calls, "a+b+a-b-a+b+b!b=a-b-") << "nobody is told twice";
-}
-
-TEST_F(GLWindowTest, ThePolygonModeIsRemembered) {
-    ASSERT_FALSE(Create());
-    glWindow->RestorePolygonMode();
-    EXPECT_EQ(null::LastGlCall("glPolygonMode").arguments[1], GL_FILL);
-    glWindow->SetPolygonMode(GL_FRONT_AND_BACK, GL_POINT);
-    null::ClearGlRecord();
-    glWindow->RestorePolygonMode();
-    EXPECT_EQ(null::LastGlCall("glPolygonMode").arguments[0], GL_FRONT_AND_BACK);
-    EXPECT_EQ(null::LastGlCall("glPolygonMode").arguments[1], GL_POINT);
 }
 
 }  // namespace

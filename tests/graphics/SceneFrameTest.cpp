@@ -112,18 +112,6 @@ TEST_F(SceneFrameTest, TextStandsAtItsPixelInItsColour) {
     EXPECT_EQ(null::LastGlCall("glCallLists").arguments[0], 255) << "a line is cut";
 }
 
-TEST_F(SceneFrameTest, EveryGlyphHasAListWithItsAdvance) {
-    glWindow->MakeFontLists();
-    EXPECT_TRUE(Logged("Fonts will start at " + std::to_string(glWindow->GetFontBase()) + "\n"));
-    EXPECT_EQ(null::GlCallCount("glBitmap"), 96);
-    for (size_t i = 0; i < null::RecordedGlCalls(); ++i) {
-        const null::GlCall& call = null::RecordedGlCall(i);
-        if (std::string(call.name) == "glBitmap") {
-            EXPECT_EQ(call.arguments[4], kCharacterWidth);
-        }
-    }
-}
-
 TEST_F(SceneFrameTest, TheFrameRateIsTheAverageOf64Frames) {
     for (int frame = 0; frame < 3 * 64; ++frame) {
         null::AdvanceClock(25 * kMillisecond);

@@ -111,21 +111,6 @@ TEST_F(Messages, KeysArriveAsVirtualKeys) {
     EXPECT_GE(Count(Collect(200), MessageKind::MouseMove), 1);
 }
 
-TEST_F(Messages, KeysWithAltAreSystemKeysAndAltF4Closes) {
-    Create(320, 200);
-    Collect(300);
-    Run("xdotool keydown Alt_L keydown Return");
-    const auto down = Collect(150);
-    EXPECT_EQ(Count(down, MessageKind::SysKeyDown, VK_RETURN), 1);
-    EXPECT_EQ(Count(down, MessageKind::SysKeyDown, VK_MENU), 1);
-    EXPECT_EQ(Count(down, MessageKind::KeyDown, VK_RETURN), 0) << "no Enter for the game";
-    Run("xdotool keyup Return keydown F4 keyup F4 keyup Alt_L");
-    const auto up = Collect(200);
-    EXPECT_EQ(Count(up, MessageKind::KeyUp, VK_RETURN), 1);
-    EXPECT_EQ(Count(up, MessageKind::KeyUp, VK_MENU), 1);
-    EXPECT_EQ(Count(up, MessageKind::Close), 1);
-}
-
 TEST_F(Messages, HeldKeysAreReleasedWhenTheKeyboardGoesElsewhere) {
     Create(320, 200);
     Collect(300);
@@ -146,13 +131,6 @@ TEST_F(Messages, HeldKeysAreReleasedWhenTheKeyboardGoesElsewhere) {
     SetWindowVisible(window, false);
     EXPECT_EQ(Count(Collect(50), MessageKind::KeyUp, 'K'), 1) << "hidden for a dialog";
     Run("xdotool keyup k");
-}
-
-TEST_F(Messages, ASignalToEndAsksTheGameToClose) {
-    Create(320, 200);
-    Collect(100);
-    std::raise(SIGTERM);
-    EXPECT_EQ(Count(Collect(50), MessageKind::Close), 1);
 }
 
 TEST_F(Messages, PaintsComeSixtyTimesASecondAndTheQueueSleepsBetween) {

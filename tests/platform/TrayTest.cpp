@@ -1,5 +1,5 @@
-// Boxes, dialogs and the tray icon on a real display, answered with real keys and clicks. Skipped
-// where there is no display, no xdotool or no window manager to give a window the keyboard.
+// The tray icon on a real display, answered with real keys and clicks. Skipped where there is no
+// display, no xdotool or no window manager to give a window the keyboard.
 
 #include <SDL.h>
 #include <gio/gio.h>
@@ -16,16 +16,12 @@
 #include <thread>
 #include <vector>
 
-#include "platform/Dialogs.h"
-#include "platform/MessageBox.h"
 #include "platform/Messages.h"
 #include "platform/Tray.h"
 #include "platform/Window.h"
 
 namespace {
 
-using platform::BoxButtons;
-using platform::BoxIcon;
 using platform::Message;
 using platform::MessageKind;
 
@@ -35,26 +31,6 @@ constexpr int kExit = 55555;
 bool Succeeds(const std::string& command) {
     return std::system(("{ " + command + "; } >/dev/null 2>&1").c_str()) == 0;
 }
-
-// A person at the keyboard: waits for the window of that title, then does each thing in turn.
-class Person {
-public:
-    Person(const std::string& title, const std::vector<std::string>& actions)
-        : thread([title, actions] {
-              EXPECT_TRUE(
-                  Succeeds("timeout 10 xdotool search --sync --onlyvisible --name '" + title + "'"))
-                  << "no window " << title;
-              for (const std::string& action : actions) {
-                  Succeeds("sleep 0.4; xdotool " + action);
-              }
-          }) {}
-    ~Person() { thread.join(); }
-    Person(const Person&) = delete;
-    Person& operator=(const Person&) = delete;
-
-private:
-    std::thread thread;
-};
 
 // A session bus of our own, there before GTK looks for one.
 class PrivateBus : public testing::Environment {
@@ -84,72 +60,6 @@ protected:
         ASSERT_FALSE(platform::OpenDisplay());
     }
 };
-
-using Boxes = OnDisplay;
-using Dialogs = OnDisplay;
-
-TEST_F(Boxes, AQuestionIsAnsweredByKey) {
-    const struct {
-        const char* key;
-        bool answer;
-    } rows[] = {{"y", true}, {"n", false}, {"Return", true}, {"Escape", false}, {"alt+F4", false}};
-    for (const auto& row : rows) {
-        const Person person("Start FullScreen?", {std::string("key ") + row.key});
-        EXPECT_EQ(platform::MessageBox("Would You Like To Run In Fullscreen Mode?",
-                                       "Start FullScreen?", BoxButtons::YesNo, BoxIcon::Question),
-                  row.answer)
-            << row.key;
-    }
-}
-
-TEST_F(Boxes, OneThatOnlyInformsIsAgreedToInAnyWay) {
-    for (const char* key : {"Return", "Escape"}) {
-        const Person person("Invalid port number", {std::string("key ") + key});
-        EXPECT_TRUE(platform::MessageBox("Please enter a number for the port",
-                                         "Invalid port number", BoxButtons::Ok, BoxIcon::Stop));
-    }
-}
-
-TEST_F(Dialogs, TheProxyFieldsAreReadOnlyUntilTheBoxIsTicked) {
-    std::vector<platform::ProxyFields> seen;
-    const Person person(
-        "Set Proxy Configuration",
-        {"key Tab", "type --delay 40 zzz", "key Return",  // refused: stays open
-         "key shift+Tab", "key space", "key Tab", "type --delay 40 proxy.example", "key Return"});
-    platform::RunProxyDialog({false, "old", "80"}, [&seen](const platform::ProxyFields& fields) {
-        seen.push_back(fields);
-        return seen.size() == 2;
-    });
-    ASSERT_EQ(seen.size(), 2U);
-    EXPECT_EQ(seen[0].address, "old") << "typed into a read-only field";
-    EXPECT_FALSE(seen[0].useProxy);
-    EXPECT_EQ(seen[1].address, "proxy.example");
-    EXPECT_EQ(seen[1].port, "80");
-    EXPECT_TRUE(seen[1].useProxy);
-}
-
-TEST_F(Dialogs, AServerIsTypedInAndCancelStoresNothing) {
-    {
-        platform::ServerFields seen;
-        const Person person("Add Online Server", {"type --delay 40 h.example/s", "key Tab",
-                                                  "type --delay 40 81", "key Return"});
-        platform::RunServerDialog({"Type server URL here", "Type server port here"},
-                                  [&seen](const platform::ServerFields& fields) {
-                                      seen = fields;
-                                      return true;
-                                  });
-        EXPECT_EQ(seen.url, "h.example/s");
-        EXPECT_EQ(seen.port, "81");
-    }
-    for (const char* key : {"Escape", "alt+F4"}) {
-        const Person person("Add Online Server", {std::string("key ") + key});
-        platform::RunServerDialog({std::string(300, 'x') + "\xFF", ""},
-                                  [](const platform::ServerFields&) {
-                                      ADD_FAILURE() << "a cancelled dialog was accepted";
-                                      return true;
-                                  });
-    }
-}
 
 // The desktop's side of StatusNotifierItem, on a connection of its own.
 class NotifierHost {
@@ -303,12 +213,6 @@ protected:
     static bool TrayHoldsAnIcon() {
         return Succeeds("xwininfo -name panel -tree | grep -i nebulorix");
     }
-    static void Click(int button) {
-        Succeeds(
-            "W=$(xdotool getdisplaygeometry | cut -d' ' -f1); xdotool mousemove $((W - 16)) 8 "
-            "click " +
-            std::to_string(button));
-    }
     // Chooses with the keyboard once the menu is there.
     static void Choose(const char* key) {
         Within(600, [] { return false; });
@@ -320,31 +224,6 @@ protected:
     platform::WindowHandle window = nullptr;
     pid_t trayProcess = 0;
 };
-
-TEST_F(Tray, ALaterTrayTakesTheIconAndBothButtonsOpenTheMenu) {
-    if (!Succeeds("which trayer")) {
-        GTEST_SKIP() << "no trayer";
-    }
-    EXPECT_TRUE(AddIcon()) << "there is no tray yet";
-    StartTray();
-    ASSERT_TRUE(Within(5000, TrayHoldsAnIcon));
-    EXPECT_FALSE(platform::RemoveTrayIcon());
-    EXPECT_TRUE(Within(3000, [] { return !TrayHoldsAnIcon(); }));
-    // The window of another display mode.
-    platform::DestroyGameWindow(window);
-    window = MakeWindow();
-    EXPECT_FALSE(AddIcon());
-    ASSERT_TRUE(Within(5000, TrayHoldsAnIcon)) << "the icon must come back with the next window";
-
-    Click(1);
-    ASSERT_TRUE(Within(2000, [] { return Got(MessageKind::Tray, platform::kTrayLeftButton); }));
-    Choose("Down");  // passes over the picture
-    EXPECT_TRUE(Within(2000, [] { return Got(MessageKind::Command, kToggle); }));
-    Click(3);
-    ASSERT_TRUE(Within(2000, [] { return Got(MessageKind::Tray, platform::kTrayRightButton); }));
-    Choose("Up");
-    EXPECT_TRUE(Within(2000, [] { return Got(MessageKind::Command, kExit); }));
-}
 
 TEST_F(Tray, ADesktopWithoutAClassicTrayGetsAStatusNotifier) {
     NotifierHost host;

@@ -54,14 +54,6 @@ std::array<uint8_t, 3> PixelAt(int x, int y) {
     return pixel;
 }
 
-constexpr int kNeverInFullscreen = 99;  // exit code
-
-// The program ended in the middle of the game. Sanitizers have exit codes of their own for it.
-bool Died(int status) {
-    return WIFSIGNALED(status) ||
-           (WEXITSTATUS(status) != 0 && WEXITSTATUS(status) != kNeverInFullscreen);
-}
-
 // Bytes that the program has allocated. The memory that the system gave it for them says less: it
 // grows with gaps that the allocator keeps.
 size_t AllocatedMemory() {
@@ -107,16 +99,6 @@ TEST_F(GameWindow, HasItsExactSizeACompatibleContextAndTellsItsSizeOnce) {
     EXPECT_EQ(CreateGameWindow({}), nullptr) << "there is one window at a time";
 }
 
-TEST_F(GameWindow, RefusesAFullScreenModeThatTheDisplayLacks) {
-    const std::string before = ModeNow();
-    EXPECT_TRUE(ChangeDisplayMode(1234, 567, 32));
-    EXPECT_TRUE(ChangeDisplayMode(1600, 1199, 32)) << "almost is not enough";
-    EXPECT_EQ(ModeNow(), before) << "a refusal changes nothing";
-    EXPECT_FALSE(ChangeDisplayMode(1600, 1200, 16));
-    EXPECT_FALSE(ChangeDisplayMode(1600, 1200, 32));
-    EXPECT_FALSE(FindMultisampleFormat(64)) << "no driver offers that";
-}
-
 TEST_F(GameWindow, FullScreenIsARealModeAndTheDesktopGetsItsOwnBack) {
     CloseDisplay();
     OfferMode();
@@ -135,29 +117,6 @@ TEST_F(GameWindow, FullScreenIsARealModeAndTheDesktopGetsItsOwnBack) {
     EXPECT_EQ(ModeNow(), kOtherMode);
     DestroyAll();
     EXPECT_EQ(ModeNow(), before);
-}
-
-TEST_F(GameWindow, ACrashInFullScreenGivesTheDesktopItsModeBack) {
-    testing::FLAGS_gtest_death_test_style = "threadsafe";
-    CloseDisplay();
-    OfferMode();
-    const std::string before = ModeNow();
-    const auto crash = [&](int signal) {
-        OpenDisplay();
-        ChangeDisplayMode(800, 600, 32);
-        Create(800, 600, true);
-        Collect(300);
-        if (ModeNow() != kOtherMode) {
-            std::exit(kNeverInFullscreen);
-        }
-        signal == 0 ? std::exit(4) : static_cast<void>(std::raise(signal));
-    };
-    for (const int signal : {SIGSEGV, SIGABRT}) {
-        EXPECT_EXIT(crash(signal), Died, "");
-        EXPECT_EQ(ModeNow(), before) << "after signal " << signal;
-    }
-    EXPECT_EXIT(crash(0), Died, "");
-    EXPECT_EQ(ModeNow(), before) << "after an exit in the middle of the game";
 }
 
 TEST_F(GameWindow, AHundredRecreationsDoNotGrow) {

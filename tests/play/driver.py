@@ -10,16 +10,14 @@ import pathlib
 import re
 import shutil
 import signal
-import struct
 import subprocess
 import sys
 import tempfile
 import time
 
-import numpy
-
 import gamefiles
 import pictures
+from display import Display, wait_until
 
 ROOT = pathlib.Path(__file__).resolve().parents[2]
 PROGRAM = pathlib.Path(os.environ.get("NEBULORIX", ROOT / "build/release/nebulorix")).resolve()
@@ -27,143 +25,14 @@ ASSET_FOLDERS = ("Objects", "images")
 TITLE = "Nebulorix v1.0.0"
 QUESTION = "Start FullScreen?"
 WINDOW_READY = "Window Created without any problems"
-# How many times longer than usual to wait before giving up: sanitizer builds are slow.
-PATIENCE = float(os.environ.get("PLAY_PATIENCE", "1"))
+# The long form repeats what the usual run does a few times.
+LONG = os.environ.get("NEBULORIX_LONG") == "1"
 PICTURES = pathlib.Path(os.environ.get("PLAY_PICTURES", tempfile.gettempdir()))
 
 # The first line of the menus is this far below the upper edge, each next one so much lower.
 FIRST_LINE, LINE_HEIGHT = 160, 20
 MAIN_MENU = ("Start New Game", "Options", "Quit Game")
 PAUSE_MENU = ("Resume Game", "Options", "Quit Game")
-
-
-def wait_until(condition, what, seconds=30.0):
-    """Polls until `condition()` is true and returns its value; fails with `what` after a while."""
-    end = time.monotonic() + seconds * PATIENCE
-    while True:
-        value = condition()
-        if value:
-            return value
-        if time.monotonic() > end:
-            raise AssertionError(f"waited in vain for {what() if callable(what) else what}")
-        time.sleep(0.04)
-
-
-class Display:
-    """A virtual display with a window manager. Its memory is a file, in which every pixel can be
-    looked up at once and without asking anybody."""
-
-    def __init__(self, size="1600x1200", manager=True):
-        self.memory = tempfile.TemporaryDirectory(prefix="nebulorix-display-")
-        read_end, write_end = os.pipe()
-        self.server = subprocess.Popen(
-            ["Xvfb", "-displayfd", str(write_end), "-screen", "0", f"{size}x24", "-noreset",
-             "-nolisten", "tcp", "-fbdir", self.memory.name],
-            pass_fds=[write_end], stderr=subprocess.DEVNULL)
-        os.close(write_end)
-        with os.fdopen(read_end) as pipe:
-            number = pipe.readline().strip()
-        assert number, "Xvfb did not start"
-        self.pixels = self.map_memory(pathlib.Path(self.memory.name) / "Xvfb_screen0")
-        self.name = f":{number}"
-        self.environment = dict(os.environ, DISPLAY=self.name, SDL_AUDIODRIVER="dummy",
-                                GDK_BACKEND="x11", NO_AT_BRIDGE="1", LIBGL_ALWAYS_SOFTWARE="1",
-                                DBUS_SESSION_BUS_ADDRESS="disabled:")
-        for variable in ("WAYLAND_DISPLAY", "XDG_SESSION_TYPE"):
-            self.environment.pop(variable, None)
-        # A key that a test holds while it waits must not type by itself.
-        self.run("xset", "r", "off")
-        self.processes = []
-        if manager:
-            self.spawn("openbox", "--sm-disable")
-            wait_until(lambda: "window id" in self.run("xprop", "-root", "_NET_SUPPORTING_WM_CHECK"),
-                       "the window manager")
-
-    @staticmethod
-    def map_memory(file):
-        """The file of an X window dump as an array of rows of blue, green, red and nothing."""
-        with file.open("rb") as stream:
-            header = struct.unpack(">25I", stream.read(100))
-        size, height, row_bytes, colours = header[0], header[5], header[12], header[19]
-        rows = numpy.memmap(file, mode="r", offset=size + 12 * colours, shape=(height, row_bytes))
-        return rows.reshape(height, -1, 4)
-
-    def spawn(self, *command):
-        """Starts a program that lives as long as the display."""
-        process = subprocess.Popen(command, env=self.environment, stderr=subprocess.DEVNULL,
-                                   stdout=subprocess.DEVNULL)
-        self.processes.append(process)
-        return process
-
-    def close(self):
-        for process in [*reversed(self.processes), self.server]:
-            process.terminate()
-            process.wait()
-        self.memory.cleanup()
-
-    def run(self, *command):
-        """What a command prints, also when it fails: a window may vanish while it is asked for."""
-        return subprocess.run(command, env=self.environment, check=False, text=True,
-                              stdout=subprocess.PIPE, stderr=subprocess.DEVNULL).stdout
-
-    def picture(self, x=0, y=0, width=None, height=None):
-        """The screen or a part of it; what lies outside is black."""
-        width = width or self.pixels.shape[1]
-        height = height or self.pixels.shape[0]
-        shown = numpy.zeros((height, width, 3), dtype=numpy.uint8)
-        part = self.pixels[max(y, 0):max(y + height, 0), max(x, 0):max(x + width, 0), 2::-1]
-        top, left = max(-y, 0), max(-x, 0)
-        shown[top:top + part.shape[0], left:left + part.shape[1]] = part
-        return pictures.Picture(shown)
-
-    def window(self, title):
-        """Id of the visible window with that title, or None."""
-        found = self.run("xdotool", "search", "--onlyvisible", "--name", f"^{re.escape(title)}$")
-        return next(iter(found.split()), None)
-
-    def wait_for_window(self, title, seconds=30.0):
-        return wait_until(lambda: self.window(title), f"the window {title!r}", seconds)
-
-    def focused(self):
-        return self.run("xdotool", "getwindowfocus").strip()
-
-    def focus(self, window):
-        """Gives a window the keyboard, as a click on it does."""
-        def has_it():
-            if self.focused() == window:
-                return True
-            self.run("xdotool", "windowfocus", window)
-            return False
-        wait_until(has_it, f"window {window} to take the keyboard")
-
-    def geometry(self, window):
-        """x, y, width and height of a window's inside on the screen; None when it is gone."""
-        text = self.run("xwininfo", "-id", window)
-        values = [re.search(rf"{name}: +(-?\d+)", text) for name in
-                  ("Absolute upper-left X", "Absolute upper-left Y", "Width", "Height")]
-        return tuple(int(value[1]) for value in values) if all(values) else None
-
-    def mode(self):
-        """Width and height of the display's mode."""
-        text = self.run("xrandr")
-        return tuple(map(int, re.search(r"current (\d+) x (\d+)", text).groups()))
-
-    def add_mode(self, width, height):
-        """Gives the display one more full-screen mode."""
-        name = f"{width}x{height}"
-        timing = [width, width + 16, width + 112, width + 160, height, height + 10, height + 12,
-                  height + 45]
-        rate = timing[3] * timing[7] * 60 / 1e6
-        self.run("xrandr", "--newmode", name, f"{rate:.2f}", *map(str, timing))
-        self.run("xrandr", "--addmode", "screen", name)
-
-    def type(self, text):
-        self.run("xdotool", "type", "--delay", "20", text)
-
-    def tap(self, *keys):
-        """Presses keys of dialogs, which see every press however short. The game's own keys are
-        polled once a frame: Game.key and Game.press_until are for those."""
-        self.run("xdotool", "key", "--delay", "20", *keys)
 
 
 class Game:
@@ -250,11 +119,7 @@ class Game:
         """Gives the game the keyboard. Its window may be made anew meanwhile."""
         def has_it():
             window = self.display.window(TITLE)
-            if window is not None and self.display.focused() == window:
-                return True
-            if window is not None:
-                self.display.run("xdotool", "windowfocus", window)
-            return False
+            return window is not None and self.display.try_focus(window)
         wait_until(has_it, "the game to take the keyboard")
 
     def picture(self):
@@ -280,15 +145,26 @@ class Game:
         self.wait_for_picture(pictures.Picture.has_frame_counter, "a frame")
         self.take_focus()
 
+    def wait_for_new_frames(self):
+        """Waits until two further frames have been drawn, which the frame counter shows unless it
+        stands still: then for as long as they take."""
+        end = time.monotonic() + 0.2 + 4 / max(self.picture().frames_per_second(), 1)
+        for _ in range(2):
+            before = self.picture().counter_pixels()
+            while time.monotonic() < end and (self.picture().counter_pixels() == before).all():
+                time.sleep(0.004)
+
     # --- Its keys ---
 
     @contextlib.contextmanager
     def holding(self, *names):
-        self.display.run("xdotool", "keydown", *names)
+        for name in names:
+            self.display.press(name)
         try:
             yield
         finally:
-            self.display.run("xdotool", "keyup", *names)
+            for name in names:
+                self.display.release(name)
 
     def press_until(self, name, condition, what, seconds=30.0):
         """Holds a key until its effect is seen. The game looks at its keys once a frame, and how
@@ -298,7 +174,8 @@ class Game:
 
     def key(self, name, hold=0.1, pause=0.1):
         """Holds a key for several frames where its effect cannot be seen."""
-        self.display.run("xdotool", "keydown", name, "sleep", str(hold), "keyup", name)
+        with self.holding(name):
+            time.sleep(hold)
         time.sleep(pause)
 
     # --- Its log ---
@@ -337,39 +214,39 @@ class Game:
     def highlight(self, lines, wanted):
         """Moves the highlight of a page to that line."""
         target = lines.index(wanted)
-        at = self.wait_for_page(lines)
-        for _ in range(60):
+        for _ in range(30):
+            at = self.wait_for_page(lines)
             if at == target:
-                # A key that was held a little too long moves it once more after the menu's pause.
-                time.sleep(0.3)
+                return
+            # A held key goes on line after line and is looked at again as soon as the next line is
+            # drawn, so it is let go one line early: in the pause that the menu makes after each.
+            with self.holding("Down" if at < target else "Up"):
+                if abs(target - at) > 1:
+                    wait_until(lambda: self.is_near(lines, target), f"the highlight near {wanted!r}")
+                time.sleep(self.hold)
+            before, at = at, self.moved_line(lines, target)
+            if at == target:
+                # The frame that shows it may have seen the key still held, and the next moves on.
+                self.wait_for_new_frames()
                 at = self.wait_for_page(lines)
-                if at == target:
-                    return
-            direction = "Down" if at < target else "Up"
-            if abs(target - at) > 3:
-                # A held key goes on line after line.
-                def is_near():
-                    line = self.chosen_line(lines)
-                    return line is not None and abs(target - line) < 3
-                self.press_until(direction, is_near, f"the highlight near {wanted!r}")
-                at = self.wait_for_page(lines)
-                continue
-            # A short press falls between two frames, a long one counts twice: how long is right
-            # depends on the machine.
-            self.key(direction, self.hold, 0)
-            before, at = at, self.moved_line(lines, at)
+            # How long a press is right depends on the machine: a short one falls between two frames,
+            # a long one counts twice.
             if at == before:
                 self.hold = min(self.hold * 1.3, 0.5)
-            elif abs(at - before) > 1:
-                self.hold = max(self.hold / 1.5, 0.02)
+            elif at != target:
+                self.hold = max(self.hold / 1.3, 0.02)
         raise AssertionError(f"the highlight does not stay on {wanted!r}")
 
-    def moved_line(self, lines, before):
-        """The highlighted line once it has moved, or has not moved for a while."""
+    def is_near(self, lines, target):
+        line = self.chosen_line(lines)
+        return line is not None and abs(target - line) <= 1
+
+    def moved_line(self, lines, target):
+        """The highlighted line once it is the wanted one, or has not become it for a while."""
         end = time.monotonic() + 0.6
-        line = before
-        while time.monotonic() < end and line == before:
-            time.sleep(0.03)
+        line = None
+        while time.monotonic() < end and line != target:
+            time.sleep(0.01)
             line = self.wait_for_page(lines)
         return line
 

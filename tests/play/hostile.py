@@ -2,8 +2,11 @@
 in its log, goes on and ends in good order."""
 
 import shutil
+import socket
+import time
 
 import gamefiles
+from display import PATIENCE
 from driver import QUESTION, game, main
 
 GARBAGE = bytes(range(256)) * 40
@@ -56,8 +59,15 @@ def every_file_damaged_at_once():
         assert (prefs["width"], prefs["height"]) == (800, 600), "the defaults, which are saved"
 
 
-def preferences_out_of_all_reason():
-    with game(width=-640, height=32000, bits=200, server=77, proxy_port=-1) as running:
+def preferences_out_of_all_reason_and_empty_folders():
+    def prepare(folder):
+        (folder / "images").unlink()
+        (folder / "images").mkdir()
+        (folder / "Music").mkdir()
+        (folder / "levels" / "Level1.lvl").unlink()
+
+    with game(prepare=prepare, width=-640, height=32000, bits=200, server=77,
+              proxy_port=-1) as running:
         plays_and_ends(running)
         prefs = gamefiles.read_prefs(running.folder)
         assert (prefs["width"], prefs["height"], prefs["bits"]) == (800, 600, 32), prefs
@@ -86,17 +96,6 @@ def missing_folders():
         running.answer(QUESTION, "n")
         assert running.wait_for_end() == 0
         assert "ERROR: Cant load player ship: Objects\\PlayerBase.aob" in running.log()
-
-
-def empty_folders():
-    def prepare(folder):
-        (folder / "images").unlink()
-        (folder / "images").mkdir()
-        (folder / "Music").mkdir()
-        (folder / "levels" / "Level1.lvl").unlink()
-
-    with game(prepare=prepare) as running:
-        plays_and_ends(running)
 
 
 def a_file_in_the_place_of_the_data_folder():
@@ -132,6 +131,32 @@ def folders_in_another_letter_case():
         assert not (running.folder / "Data").exists(), "the folder that is there is the one to use"
 
 
+def longest_standstill(running, seconds):
+    """The longest time for which the picture did not change, while it ought to all the time."""
+    end = time.monotonic() + seconds
+    last, since, longest = running.picture(), time.monotonic(), 0.0
+    while time.monotonic() < end:
+        shown = running.picture()
+        if (shown.pixels != last.pixels).any():
+            last, since = shown, time.monotonic()
+        longest = max(longest, time.monotonic() - since)
+    return longest
+
+
+def a_silent_server_is_not_waited_for():
+    with socket.socket() as silent, game(online=1) as running:
+        silent.bind(("127.0.0.1", 0))
+        silent.listen()
+        gamefiles.write_servers(running.folder, ("127.0.0.1", "/scores", silent.getsockname()[1]))
+        running.start()
+        running.wait_for_log("Attempting to read online Hiscores")
+        assert longest_standstill(running, 2) < 0.5 * PATIENCE, "the logo stands still"
+        start = time.monotonic()
+        assert running.close() == 0
+        assert time.monotonic() - start < 4 * PATIENCE, "the end waits for the server"
+
+
 if __name__ == "__main__":
-    main(every_file_damaged_at_once, preferences_out_of_all_reason, missing_folders, empty_folders,
-         a_file_in_the_place_of_the_data_folder, folders_in_another_letter_case)
+    main(every_file_damaged_at_once, preferences_out_of_all_reason_and_empty_folders, missing_folders,
+         a_file_in_the_place_of_the_data_folder, folders_in_another_letter_case,
+         a_silent_server_is_not_waited_for)

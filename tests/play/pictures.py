@@ -12,6 +12,7 @@ from PIL import Image, ImageDraw, ImageFont
 
 ADVANCE = 14  # pixels from character to character
 ABOVE, BELOW = 16, 4  # rows of a line above and from its base line downwards, of 20 in all
+FEET = 4  # rows at the top of a line that the letters of the line above may reach into
 COLOUR_SLACK = 12  # of 255, for each of red, green and blue
 CHARACTERS = [chr(code) for code in range(32, 127)]
 
@@ -76,7 +77,12 @@ class Picture:
             return None
         colour = numpy.median(pixels[dots], axis=0)
         lit = (abs(pixels - colour) <= COLOUR_SLACK).all(axis=2)
-        if lit[dots].mean() > 0.97 and lit[~dots].mean() < 0.03:
+        # Each character has its dots and no others, so that a line that differs in one is another
+        # line. Above and below there may be letters of the neighbouring lines.
+        cells = (len(dots), -1, ADVANCE)
+        missing = (dots & ~lit).reshape(cells)[:ABOVE].sum(axis=(0, 2))
+        added = (lit & ~dots).reshape(cells)[FEET:ABOVE].sum(axis=(0, 2))
+        if max(missing.max(), added.max()) <= 2:
             return tuple(int(part) for part in colour)
         return None
 
@@ -146,6 +152,9 @@ class Picture:
         """The number on the counter."""
         text = self.read(10, self.height // 2 - 10, 12, WHITE)
         return float(text.removeprefix("FPS: ").split(" ")[0])
+
+    def counter_pixels(self):
+        return self.area(10, self.height // 2 - 10, 12)
 
     def bright_in(self, left, top, right, bottom, threshold=60):
         """How many pixels of a rectangle, counted from the upper left corner, are brighter than

@@ -1,16 +1,18 @@
 """The icon in the tray and its menu."""
 
+import time
+
 from driver import game, main, wait_until
 from fullscreen import DESKTOP, is_fullscreen, small_modes
 
-LEFT, RIGHT = "1", "3"
+LEFT, RIGHT = 1, 3
 # Where the items of the menu stand, as shares of its height.
 PICTURE, TOGGLE, EXIT = 0.18, 0.5, 0.8
 
 
 def icon_place(display):
     """Where the icon is on the screen; None while the tray does not show it."""
-    for window in display.run("xdotool", "search", "--onlyvisible", "--name", "^Nebulorix$").split():
+    for window in display.windows("Nebulorix"):
         place = display.geometry(window)
         if place and place[2] <= 40:
             return place
@@ -18,7 +20,7 @@ def icon_place(display):
 
 
 def menu_place(display):
-    for window in display.run("xdotool", "search", "--onlyvisible", "--name", "^nebulorix$").split():
+    for window in display.windows("nebulorix"):
         place = display.geometry(window)
         if place and place[2] > 60:
             return place
@@ -27,23 +29,27 @@ def menu_place(display):
 
 def click(display, place, across, down, button):
     x, y, width, height = place
-    display.run("xdotool", "mousemove", str(x + int(width * across)), str(y + int(height * down)),
-                "click", button)
+    display.click(x + int(width * across), y + int(height * down), button)
 
 
 def open_menu(display, button):
-    icon = wait_until(lambda: icon_place(display), "the icon in the tray")
+    def settled():
+        place = icon_place(display)
+        time.sleep(0.3)  # the tray makes room for it
+        return place if place == icon_place(display) else None
+    icon = wait_until(settled, "the icon in the tray")
     click(display, icon, 0.5, 0.5, button)
     return wait_until(lambda: menu_place(display), "the menu of the icon")
 
 
 def both_items_of_the_menu_do_their_work():
     display = small_modes()
-    display.spawn("trayer", "--edge", "bottom", "--align", "right", "--widthtype", "request",
-                  "--height", "32")
     try:
         with game(display) as running:
             running.start()
+            # A tray that comes after the game takes its icon too.
+            display.spawn("trayer", "--edge", "bottom", "--align", "right", "--widthtype",
+                          "request", "--height", "32")
             place = open_menu(display, LEFT)
             x, y, width, height = place
             banner = display.picture(x, y, width, int(height * 0.35))

@@ -4,24 +4,18 @@
 #include <fstream>
 #include <vector>
 
+#include "GameRegistry.h"
 #include "audio/SoundManager.h"
 #include "core/DebugLog.h"
-#include "core/KeyMap.h"
 #include "core/Registry.h"
 #include "game/LevelManager.h"
-#include "graphics/GLExtensions.h"
 #include "graphics/GLWindow.h"
-#include "graphics/ObjectManager.h"
 #include "platform/Files.h"
 #include "platform/null/NullMedia.h"
 #include "platform/null/NullPlatform.h"
-#include "player/PlayerShip.h"
 #include "player/PowerupKinds.h"
 #include "player/PowerupManager.h"
 #include "player/WeaponManager.h"
-#include "scores/HiscoreTable.h"
-#include "scores/OnlineHiscores.h"
-#include "scores/UserPrefs.h"
 #include "world/SceneryManager.h"
 #include "world/SceneryModels.h"
 
@@ -37,12 +31,6 @@ constexpr const char* kPlayerModels[] = {
     "PlayerBase-small", "Target",           "logo",        "Nebulorix"};
 constexpr const char* kEnemyModels[] = {"Dravek",  "jalka", "Dravek2Shot",
                                         "Fryjahn", "boss1", "boss2"};
-
-template <typename Object>
-void Delete(Object*& object) {
-    delete object;
-    object = nullptr;
-}
 
 }  // namespace
 
@@ -62,28 +50,12 @@ void RoomFixture::SetUp() {
     lastChar = 0;
     score = 0;
     money = 0;
-    userPrefs = new UserPrefs;
-    userPrefs->ToggleOnlineHiscores();
-    keyMap = new KeyMap;
-    glExtensions = new GLExtensions;
-    glWindow = new GLWindow;
-    ASSERT_FALSE(glWindow->CreateGLWindow("test", 800, 600, 32));
-    soundManager = SoundManager::Instance();
+    ASSERT_FALSE(FillRegistry("test", 800, 600));
     soundManager->Init();
 }
 
 void RoomFixture::TearDown() {
-    if (glWindow != nullptr) {
-        glWindow->DestroyGLWindow();
-    }
-    ObjectManager::Destroy();
-    Delete(glWindow);
-    Delete(glExtensions);
-    soundManager->Shutdown();
-    SoundManager::DestroyInstance();
-    soundManager = nullptr;
-    Delete(keyMap);
-    Delete(userPrefs);
+    EmptyRegistry();
     CaptureLog(nullptr);
     std::filesystem::current_path(previousFolder);
     std::filesystem::remove_all(folder);
@@ -134,20 +106,11 @@ void GameFixture::SetUp() {
     ASSERT_FALSE(PowerupManager::LoadModels());
     Ship::CreateQuadric();
     EnemyShip::ResetFormationSway();
-    playerShip = new PlayerShip;
-    ASSERT_TRUE(playerShip->LoadModel("Objects\\PlayerBase.aob"));
-    levelManager = new LevelManager(playerShip);
-    ASSERT_FALSE(levelManager->Init());
-    hiscoreTable = new HiscoreTable;
-    hiscoreClient = new OnlineHiscores;
+    ASSERT_FALSE(AddGameToRegistry());
     log.clear();
 }
 
 void GameFixture::TearDown() {
-    Delete(hiscoreClient);
-    Delete(hiscoreTable);
-    Delete(levelManager);
-    playerShip = nullptr;
     Ship::DeleteQuadric();
     RoomFixture::TearDown();
 }

@@ -26,11 +26,7 @@ constexpr int64_t kLongestNap = 16 * kMillisecond;
 constexpr int64_t kLongestNapUnseen = 50 * kMillisecond;  // while no frame is wanted
 
 struct State {
-    MessageQueue queue;
     HeldKeys held;
-    WindowProcedure procedure = nullptr;
-    void (*idlePump)() = nullptr;
-    bool pumping = false;        // inside idlePump
     bool closeBySignal = false;  // a signal has asked for it, and Close has been posted
     // A frame is due: so many of the messages that waited then still come before it.
     bool frameAnnounced = false;
@@ -132,16 +128,6 @@ void Translate(const SDL_Event& event) {
     }
 }
 
-void RunIdlePump() {
-    State& state = TheState();
-    // A callback of the toolkit may itself wait for messages.
-    if (state.idlePump != nullptr && !state.pumping) {
-        state.pumping = true;
-        state.idlePump();
-        state.pumping = false;
-    }
-}
-
 // One round: takes in everything that the system has for the game now.
 void TakeIn() {
     SDL_Event event;
@@ -179,15 +165,15 @@ bool FrameComesNext(bool due) {
     }
     if (!state.frameAnnounced) {
         state.frameAnnounced = true;
-        state.messagesBeforeFrame = state.queue.Count();
+        state.messagesBeforeFrame = TheMessages().queue.Count();
     }
-    state.messagesBeforeFrame = std::min(state.messagesBeforeFrame, state.queue.Count());
+    state.messagesBeforeFrame = std::min(state.messagesBeforeFrame, TheMessages().queue.Count());
     return state.messagesBeforeFrame == 0;
 }
 
 bool TakeMessage(Message& message) {
     State& state = TheState();
-    if (!state.queue.Take(message)) {
+    if (!TheMessages().queue.Take(message)) {
         return false;
     }
     if (state.messagesBeforeFrame > 0) {
@@ -206,12 +192,8 @@ void BeginFrame(Message& message) {
 
 }  // namespace
 
-void SetWindowProcedure(WindowProcedure procedure) {
-    TheState().procedure = procedure;
-}
-
 bool GetMessage(Message& message) {
-    MessageQueue& queue = TheState().queue;
+    MessageQueue& queue = TheMessages().queue;
     for (;;) {
         TakeIn();
         const bool wanted = IsGameWindowPaintable() && !queue.QuitRequested();
@@ -237,28 +219,6 @@ bool PeekMessage(Message& message) {
     return TakeMessage(message);
 }
 
-void DispatchMessage(const Message& message) {
-    SendMessage(message);
-}
-
-void SendMessage(const Message& message) {
-    if (TheState().procedure != nullptr) {
-        TheState().procedure(message);
-    }
-}
-
-void PostMessage(const Message& message) {
-    TheState().queue.Post(message);
-}
-
-void PostQuit(int exitCode) {
-    TheState().queue.RequestQuit(exitCode);
-}
-
-int ExitCode() {
-    return TheState().queue.ExitCode();
-}
-
 void Pause(int milliseconds) {
     const int64_t end = Now() + milliseconds * kMillisecond;
     for (int64_t rest = end - Now(); rest > 0; rest = end - Now()) {
@@ -268,12 +228,8 @@ void Pause(int milliseconds) {
     TakeIn();
 }
 
-void SetIdlePump(void (*pump)()) {
-    TheState().idlePump = pump;
-}
-
 void StartMessages() {
-    TheState().queue.Clear();
+    TheMessages().queue.Clear();
     TheState().held = HeldKeys{};
     TheState().closeBySignal = false;
     closeRequests = 0;
@@ -293,7 +249,7 @@ bool CloseRequestedBySignal() {
 }
 
 void ForgetMessagesOf(WindowHandle window) {
-    TheState().queue.Forget(window);
+    TheMessages().queue.Forget(window);
 }
 
 }  // namespace platform

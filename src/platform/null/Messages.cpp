@@ -12,9 +12,6 @@ namespace {
 constexpr int64_t kSecond = 1000000000;
 
 struct State {
-    MessageQueue queue;
-    WindowProcedure procedure = nullptr;
-    void (*idlePump)() = nullptr;
     void (*frameHook)(int64_t) = nullptr;
     int64_t paints = 0;
 };
@@ -22,12 +19,6 @@ struct State {
 State& TheState() {
     static State state;
     return state;
-}
-
-void RunIdlePump() {
-    if (TheState().idlePump != nullptr) {
-        TheState().idlePump();
-    }
 }
 
 // The clock stands at a whole number of frames since its start when nothing else moves it.
@@ -39,22 +30,18 @@ void AdvanceOneFrame(int64_t frame) {
 
 }  // namespace
 
-void SetWindowProcedure(WindowProcedure procedure) {
-    TheState().procedure = procedure;
-}
-
 bool GetMessage(Message& message) {
     State& state = TheState();
+    MessageQueue& queue = TheMessages().queue;
     RunIdlePump();
     const bool canPaint = null::TheWindow().exists && null::TheWindow().visible;
-    if (state.queue.Count() == 0 && canPaint && !state.queue.QuitRequested() &&
-        state.frameHook != nullptr) {
+    if (queue.Count() == 0 && canPaint && !queue.QuitRequested() && state.frameHook != nullptr) {
         state.frameHook(state.paints);  // may post messages, which then come first
     }
-    if (state.queue.Take(message)) {
+    if (queue.Take(message)) {
         return true;
     }
-    if (state.queue.QuitRequested() || !canPaint) {
+    if (queue.QuitRequested() || !canPaint) {
         return false;
     }
     AdvanceOneFrame(state.paints);
@@ -67,38 +54,12 @@ bool GetMessage(Message& message) {
 
 bool PeekMessage(Message& message) {
     RunIdlePump();
-    return TheState().queue.Take(message);
-}
-
-void DispatchMessage(const Message& message) {
-    SendMessage(message);
-}
-
-void SendMessage(const Message& message) {
-    if (TheState().procedure != nullptr) {
-        TheState().procedure(message);
-    }
-}
-
-void PostMessage(const Message& message) {
-    TheState().queue.Post(message);
-}
-
-void PostQuit(int exitCode) {
-    TheState().queue.RequestQuit(exitCode);
-}
-
-int ExitCode() {
-    return TheState().queue.ExitCode();
+    return TheMessages().queue.Take(message);
 }
 
 void Pause(int milliseconds) {
     RunIdlePump();
     null::AdvanceClock(int64_t{1000000} * milliseconds);
-}
-
-void SetIdlePump(void (*pump)()) {
-    TheState().idlePump = pump;
 }
 
 namespace null {
@@ -120,16 +81,14 @@ void ReleaseKey(int virtualKey) {
 }
 
 void ForgetWindowMessages(WindowHandle window) {
-    TheState().queue.Forget(window);
+    TheMessages().queue.Forget(window);
 }
 
 void ResetMessages() {
-    State& state = TheState();
-    state.queue.Clear();
-    state.procedure = nullptr;
-    state.idlePump = nullptr;
-    state.frameHook = nullptr;
-    state.paints = 0;
+    TheMessages().queue.Clear();
+    TheMessages().procedure = nullptr;
+    TheMessages().idlePump = nullptr;
+    TheState() = State{};
 }
 
 void Reset() {

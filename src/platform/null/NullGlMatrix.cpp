@@ -1,4 +1,10 @@
+// The matrix stacks and the OpenGL functions that work on them.
+
+#include <GL/gl.h>
+#include <GL/glu.h>
+
 #include <cmath>
+#include <initializer_list>
 #include <numbers>
 
 #include "platform/null/NullGlState.h"
@@ -117,3 +123,115 @@ int ProjectionDepth() {
 }
 
 }  // namespace platform::null
+
+using namespace platform::null;
+
+namespace {
+
+// Multiplies the current matrix, unless a list is only being compiled.
+void Apply(const Matrix& matrix) {
+    if (Executing()) {
+        Multiply(matrix);
+    }
+}
+
+struct MatrixElement {
+    size_t index;
+    double value;
+};
+
+// A matrix that is zero but for these elements.
+Matrix Sparse(std::initializer_list<MatrixElement> elements) {
+    Matrix matrix = {};
+    for (const MatrixElement& element : elements) {
+        matrix[element.index] = static_cast<float>(element.value);
+    }
+    return matrix;
+}
+
+}  // namespace
+
+extern "C" {
+
+void GLAPIENTRY glMatrixMode(GLenum mode) {
+    NOTE(mode);
+    if (Executing()) {
+        Gl().matrixMode = mode;
+    }
+}
+
+void GLAPIENTRY glPushMatrix() {
+    NOTE();
+    if (Executing()) {
+        PushMatrix();
+    }
+}
+
+void GLAPIENTRY glPopMatrix() {
+    NOTE();
+    if (Executing()) {
+        PopMatrix();
+    }
+}
+
+void GLAPIENTRY glLoadIdentity() {
+    NOTE();
+    if (Executing()) {
+        CurrentStack().Top() = Identity();
+    }
+}
+
+void GLAPIENTRY glTranslatef(GLfloat x, GLfloat y, GLfloat z) {
+    NOTE(x, y, z);
+    Apply({1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1, 0, x, y, z, 1});
+}
+
+void GLAPIENTRY glScalef(GLfloat x, GLfloat y, GLfloat z) {
+    NOTE(x, y, z);
+    Apply({x, 0, 0, 0, 0, y, 0, 0, 0, 0, z, 0, 0, 0, 0, 1});
+}
+
+void GLAPIENTRY glRotatef(GLfloat degrees, GLfloat x, GLfloat y, GLfloat z) {
+    NOTE(degrees, x, y, z);
+    Apply(Rotation(degrees, x, y, z));
+}
+
+void GLAPIENTRY glOrtho(GLdouble left, GLdouble right, GLdouble bottom, GLdouble top,
+                        GLdouble nearPlane, GLdouble farPlane) {
+    NOTE(left, right, bottom, top, nearPlane, farPlane);
+    const double depth = farPlane - nearPlane;
+    Apply(Sparse({{0, 2.0 / (right - left)},
+                  {5, 2.0 / (top - bottom)},
+                  {10, -2.0 / depth},
+                  {12, -(right + left) / (right - left)},
+                  {13, -(top + bottom) / (top - bottom)},
+                  {14, -(farPlane + nearPlane) / depth},
+                  {15, 1.0}}));
+}
+
+void GLAPIENTRY glFrustum(GLdouble left, GLdouble right, GLdouble bottom, GLdouble top,
+                          GLdouble nearPlane, GLdouble farPlane) {
+    NOTE(left, right, bottom, top, nearPlane, farPlane);
+    const double depth = farPlane - nearPlane;
+    Apply(Sparse({{0, 2.0 * nearPlane / (right - left)},
+                  {5, 2.0 * nearPlane / (top - bottom)},
+                  {8, (right + left) / (right - left)},
+                  {9, (top + bottom) / (top - bottom)},
+                  {10, -(farPlane + nearPlane) / depth},
+                  {11, -1.0},
+                  {14, -2.0 * farPlane * nearPlane / depth}}));
+}
+
+void GLAPIENTRY gluPerspective(GLdouble fieldOfView, GLdouble aspect, GLdouble nearPlane,
+                               GLdouble farPlane) {
+    NOTE(fieldOfView, aspect, nearPlane, farPlane);
+    const double f = 1.0 / std::tan(fieldOfView * std::numbers::pi / 360.0);
+    const double depth = nearPlane - farPlane;
+    Apply(Sparse({{0, f / aspect},
+                  {5, f},
+                  {10, (farPlane + nearPlane) / depth},
+                  {11, -1.0},
+                  {14, 2.0 * farPlane * nearPlane / depth}}));
+}
+
+}  // extern "C"

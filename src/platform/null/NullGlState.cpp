@@ -190,15 +190,6 @@ void PopAttributes() {
     if ((saved.mask & GL_CURRENT_BIT) != 0) {
         std::copy_n(saved.attributes.colour, 4, now.colour);
     }
-    if ((saved.mask & GL_POLYGON_BIT) != 0) {
-        now.polygonMode = saved.attributes.polygonMode;
-    }
-    if ((saved.mask & GL_LIGHTING_BIT) != 0) {
-        now.shadeModel = saved.attributes.shadeModel;
-    }
-    if ((saved.mask & GL_VIEWPORT_BIT) != 0) {
-        std::copy_n(saved.attributes.viewport, 4, now.viewport);
-    }
 }
 
 void CreateList(GLuint list) {

@@ -1,7 +1,7 @@
 #pragma once
 
 // The state behind NullGl.h, shared by its three files: NullGlState.cpp keeps the record and the
-// objects, NullGlMatrix.cpp the matrices, NullGl.cpp has the OpenGL functions themselves.
+// objects, NullGlMatrix.cpp the matrices, NullGl.cpp has all other OpenGL functions.
 
 #include <GL/gl.h>
 
@@ -41,9 +41,6 @@ struct Attributes {
     size_t capabilityCount = 0;
     GLuint listBase = 0;
     float colour[4] = {1.0F, 1.0F, 1.0F, 1.0F};
-    GLint polygonMode = GL_FILL;
-    GLint shadeModel = GL_SMOOTH;
-    GLint viewport[4] = {};
 };
 
 struct GlState {
@@ -93,6 +90,13 @@ struct CallCounter {
         Add({static_cast<double>(numbers)...});
     }
 };
+
+// Notes a call of the function it stands in, with the arguments that are numbers.
+#define NOTE(...)                                       \
+    do {                                                \
+        static constinit CallCounter counter{__func__}; \
+        counter.Note(__VA_ARGS__);                      \
+    } while (false)
 
 void RecordDrawnList(GLuint list);
 void RecordDrawnText(const char* characters, size_t length);
