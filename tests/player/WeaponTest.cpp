@@ -11,7 +11,7 @@
 
 namespace {
 
-constexpr Vec3 kStart = {0.0F, 0.0F, 10.0F};
+constexpr Vec3 kShooterStart = {0.0F, 0.0F, 10.0F};
 
 struct ExpectedShot {
     Vec3 offset;  // from the ship
@@ -68,7 +68,7 @@ TEST_F(WeaponTest, PlayersVolleysLeaveFromTheBarrelsOfTheView) {
             EXPECT_FALSE(weapons.Fire(kind, *playerShip, {.bullets = 40}));
             EXPECT_EQ(weapons.ShotsFired(), ShotsPerVolley(kind));
             const int side = view == 2 || view == 3 ? 1 : 0;
-            ExpectShots(weapons, kStart, *expected[kind - 1][side]);
+            ExpectShots(weapons, kShooterStart, *expected[kind - 1][side]);
         }
     }
 }
@@ -140,7 +140,7 @@ TEST_F(WeaponTest, LaserEndsSilentlyWhenItsLifeIsOver) {
         Weapons().UpdateAll();
     }
     ASSERT_EQ(Weapons().LiveCount(), 1);
-    EXPECT_TRUE(Near(Weapons().GetShot(0).position, kStart - Vec3{0, 0, 49.5F}));
+    EXPECT_TRUE(Near(Weapons().GetShot(0).position, kShooterStart - Vec3{0, 0, 49.5F}));
     Weapons().UpdateAll();
     EXPECT_EQ(Weapons().LiveCount(), 0);
     EXPECT_EQ(levelManager->GetExplosions().ActiveCount(), 0);
@@ -153,7 +153,7 @@ TEST_F(WeaponTest, DumbfireMissileFliesFasterWithItsLevelAndBurstsInTheEnd) {
     for (int i = 0; i < 199; ++i) {
         Weapons().UpdateAll();
     }
-    EXPECT_TRUE(Near(Weapons().GetShot(0).position, kStart - Vec3{0, 0, 199 * 0.6F}));
+    EXPECT_TRUE(Near(Weapons().GetShot(0).position, kShooterStart - Vec3{0, 0, 199 * 0.6F}));
     EXPECT_EQ(levelManager->GetExplosions().ActiveCount(), 0);
     Weapons().UpdateAll();
     EXPECT_EQ(Weapons().LiveCount(), 0);
@@ -175,7 +175,7 @@ TEST_F(WeaponTest, HomingMissileFliesAtItsTargetAndLandsExactlyOnIt) {
     PlayAgainst(0, 1);
     const Vec3 target = Enemy(0).GetPosition();
     Weapons().Fire(kWeaponSingle, *playerShip, {.homing = 1, .missileSpeed = 10});
-    const float distance = Length(target - kStart);
+    const float distance = Length(target - kShooterStart);
     Weapons().UpdateAll();
     EXPECT_NEAR(Length(target - Weapons().GetShot(0).position), distance - 0.75F, 1e-4);
     for (float flown = 0.75F; flown < distance; flown += 0.75F) {
@@ -222,7 +222,7 @@ TEST_F(WeaponTest, MissilesForgetTheEnemiesOfALevelThatIsFreed) {
 TEST_F(WeaponTest, EveryShotInTheBoxHitsAndIsTakenBack) {
     FillWithBullets(Weapons(), 2);
     Weapons().Fire(kWeaponQuad, *playerShip, {.bullets = 10});
-    Block block(kStart, {-0.5F, 0.5F, -1, 1, 0, 1});  // the two bullets stand on its face
+    Block block(kShooterStart, {-0.5F, 0.5F, -1, 1, 0, 1});  // the two bullets stand on its face
     EXPECT_TRUE(Weapons().CollideWith(block));
     EXPECT_EQ(block.damage, 2);
     EXPECT_EQ(Weapons().ShotsHit(), 2);
@@ -234,7 +234,7 @@ TEST_F(WeaponTest, EveryShotInTheBoxHitsAndIsTakenBack) {
 // The first hit takes the last shield, and the smaller hull behind it is missed by the second.
 TEST_F(WeaponTest, ShotsAfterTheOneThatBreaksTheShieldMeetTheHull) {
     FillWithBullets(Weapons(), 2);
-    Block block(kStart + Vec3{0, 0, 3}, {-4, 4, -4, 4, -4, 4});
+    Block block(kShooterStart + Vec3{0, 0, 3}, {-4, 4, -4, 4, -4, 4});
     block.boundsAfterHit = Bounds{-1, 1, -1, 1, -1, 1};
     EXPECT_TRUE(Weapons().CollideWith(block));
     EXPECT_EQ(block.damage, 1);

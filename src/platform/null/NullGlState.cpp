@@ -18,7 +18,7 @@ struct Ring {
     const Entry& At(size_t index) const { return entries[(written - Size() + index) % capacity]; }
 };
 
-struct Record {
+struct GlRecord {
     Ring<GlCall, kRecordedCalls> calls;
     Ring<DrawnList, kRecordedLists> lists;
     Ring<DrawnText, kRecordedTexts> texts;
@@ -30,7 +30,7 @@ struct Record {
     bool contextCurrent = false;
 };
 
-Record theRecord;
+GlRecord theRecord;
 GlState theState;
 
 bool IsTextureCapability(GLenum name) {
