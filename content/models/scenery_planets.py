@@ -162,7 +162,7 @@ def build(out_dir):
             'blue world %d' % (f + 1), colour=(1, 1, 1),
             specular=(0.18, 0.2, 0.24), shininess=0.12, luminosity=0.05,
             textures=[Texture(name, 'R', s, t)]))
-    ball(radius, 14, materials).save(os.path.join(objects, 'Planet1.aob'))
+    ball(radius, 11, materials).save(os.path.join(objects, 'Planet1.aob'))
 
     radius = 4.7
     places = globe.cells()
@@ -185,8 +185,8 @@ def build(out_dir):
                     textures=[Texture('planet2_ring.tga', 'R', *tilted(
                         tilt, ((0.5 / reach, 0, 0, 0.5),
                                (0, 0, -0.5 / reach, 0.5))))])
-    model = ball(radius, 10, materials)
-    model = model + annulus(inner, 6.72, 48, dust)
-    model = model + annulus(6.95, outer, 48, dust)
+    model = ball(radius, 9, materials)
+    model = model + annulus(inner, 6.72, 40, dust)
+    model = model + annulus(6.95, outer, 40, dust)
     model.transform(tilt)
     model.save(os.path.join(objects, 'Planet2.aob'))
