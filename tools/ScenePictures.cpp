@@ -51,18 +51,18 @@ struct Scene {
 
 // At least two for each view; both bosses among them.
 constexpr int kBoss = -1;
-constexpr int kBossFireFrames = 40;   // fire at the boss before the picture
+constexpr int kBossFireFrames = 62;  // fire at the boss before the picture
 constexpr int kBossLimit = 20000;
 constexpr std::array<Scene, 9> kScenes = {{
-    {"play-top", 7, 1000, 150, 700, 3, 3, 1, 1},
-    {"play-top-warden", 6, 330, kBoss, 600, 5, 3, 3, 2},
-    {"play-top-queen", 12, 330, kBoss, 600, 5, 4, 3, 4},
-    {"play-left", 8, 1000, 150, 700, 2, 3, 1, 0},
-    {"play-left-late", 20, 1000, 120, 600, 7, 4, 3, 2},
-    {"play-right", 5, 900, 150, 700, 11, 2, 2, 0},
-    {"play-right-late", 26, 1000, 120, 600, 4, 4, 3, 2},
-    {"play-behind", 10, 900, 120, 300, 9, 3, 2, 2},
-    {"play-behind-late", 28, 1000, 120, 300, 8, 4, 4, 4},
+    {"play-top", 7, 900, 60, 700, 5, 3, 1, 1},
+    {"play-top-warden", 6, 330, kBoss, 600, 37, 3, 3, 2},
+    {"play-top-queen", 12, 330, kBoss, 600, 35, 4, 3, 4},
+    {"play-left", 8, 1000, 80, 700, 21, 3, 1, 0},
+    {"play-left-late", 20, 1000, 70, 600, 21, 4, 3, 2},
+    {"play-right", 5, 900, 80, 700, 11, 2, 2, 0},
+    {"play-right-late", 26, 1000, 70, 600, 4, 4, 3, 2},
+    {"play-behind", 10, 900, 70, 300, 22, 3, 2, 2},
+    {"play-behind-late", 28, 1000, 70, 300, 22, 4, 4, 4},
 }};
 
 constexpr int kStripInterval = 300;  // frames between two pictures of a strip
@@ -72,8 +72,8 @@ constexpr int kStripLimit = 60 * 60 * 5;
 
 struct Options {
     std::string folder;
-    std::string only;  // start of the names of the scenes to draw; empty draws every picture
-    uint32_t seed = 0;     // 0 keeps each scene's own
+    std::string only;   // start of the names of the scenes to draw; empty draws every picture
+    uint32_t seed = 0;  // 0 keeps each scene's own
     int16_t width = 800;
     int16_t height = 600;
     int32_t firstStrip = 0;
@@ -89,8 +89,8 @@ std::vector<uint8_t> ReadPixels() {
     return pixels;
 }
 
-// A frame that nobody looks at. It must be drawn, since the camera's blend and the level's intro move
-// while drawing, but an empty scissor box spares the renderer its pixels.
+// A frame that nobody looks at. It must be drawn, since the camera's blend and the level's intro
+// move while drawing, but an empty scissor box spares the renderer its pixels.
 void RunFrame() {
     glEnable(GL_SCISSOR_TEST);
     glScissor(0, 0, 0, 0);
@@ -105,8 +105,8 @@ void RunFrames(int frames) {
     }
 }
 
-// Draws the game as it stands and keeps the picture, without the frame rate: a game that is not paced
-// by its clock has none.
+// Draws the game as it stands and keeps the picture, without the frame rate: a game that is not
+// paced by its clock has none.
 void TakePicture(const Options& options, const std::string& name) {
     glWindow->BeginScene();
     levelManager->Draw();
@@ -263,7 +263,7 @@ void DrawScreens(const Options& options) {
     Arm(kScenes[1]);
     money = 1500;
     if (levelManager->OpenShopNow()) {
-        RunFrames(90);
+        RunFrames(116);
         TakePicture(options, "shop");
         Press(keyMap->Get(Action::Right));
         RunFrames(25);
@@ -356,7 +356,9 @@ void DrawStrip(const Options& options, int32_t level) {
 }
 
 int Usage() {
-    std::fprintf(stderr, "usage: scene-pictures OUT_FOLDER [--strip A-B] [--only NAME] [--width W --height H]\n");
+    std::fprintf(
+        stderr,
+        "usage: scene-pictures OUT_FOLDER [--strip A-B] [--only NAME] [--width W --height H]\n");
     return 2;
 }
 

@@ -91,13 +91,13 @@ def dravek(images):
             s.shape(s.rect(0.7, 0.9, 1.2, 1.4), BONE, 0.9)
         s.occlude(0.9, (0.08, 0.3), 0.35)
     top, side = skins("dravek", m, images, paint, lum=0.2)
-    faced(m, skin, top, side, Material("dravek face", (1.0, 0.26, 0.14), luminosity=0.75, **CHITIN))
-    eye = glow("dravek eye", (1.0, 0.78, 0.10), 1.0)
+    faced(m, skin, top, side, Material("dravek face", (1.0, 0.38, 0.24), luminosity=0.75, **CHITIN))
+    eye = glow("dravek eye", (1.0, 0.84, 0.22), 1.0)
     m += gem(0.34, 0.20, eye, 8).move(0, 0.04, -0.98)
     m += aim(gem(0.14, 0.09, eye, 4), (0.35, 1, -0.4)).move(0.30, 0.44, -0.48).mirrored()
     # the horns' inner edges burn, and their tips
     m += tube(curve([(0.52, 0.12, -0.30), (1.02, 0.16, 0.03), (1.27, 0.26, -0.18), (1.36, 0.36, -0.72), (1.34, 0.41, -1.34)], 6),
-              [0.06, 0.10, 0.11, 0.10, 0.09, 0.14], 4, glow("dravek blades", (1.0, 0.40, 0.20)), caps=(False, True), crease=95).mirrored()
+              [0.06, 0.10, 0.11, 0.10, 0.09, 0.14], 4, glow("dravek blades", (1.0, 0.50, 0.30)), caps=(False, True), crease=95).mirrored()
     m += aim(gem(0.16, 0.14, eye), (0, 0.1, -1)).move(0, 1.15, 0.98)
     return m
 
@@ -134,9 +134,9 @@ def jalka(images):
         s.occlude(0.8, (0.08, 0.3), 0.3)
     top, side = skins("jalka", m, images, paint, side=(256, 128), lum=0.15)
     faced(m, skin, top, side, side_on_front(side))
-    core = glow("jalka core", (0.62, 1.0, 0.12))
+    core = glow("jalka core", (0.66, 1.0, 0.14))
     m += lathe([(0.76, 0.34), (0.92, 0.26), (1.0, 0.06)], 8, core, axis="y", crease=80)
-    m += lathe([(-0.12, 0.80), (-0.38, 0.72), (-0.62, 0.40), (-0.70, 0.06)], 10, glow("jalka belly", (0.66, 1.0, 0.14), 1.0), axis="y", crease=80)
+    m += lathe([(-0.12, 0.80), (-0.38, 0.72), (-0.62, 0.40), (-0.70, 0.06)], 10, core, axis="y", crease=80)
     eye = glow("jalka eyes", (1.0, 0.92, 0.30))
     m += gem(0.27, 0.18, eye, 8).move(0, 0.12, -1.07)
     m += aim(gem(0.18, 0.12, eye), (0.4, 0.2, -1)).move(0.50, 0.16, -1.06).mirrored()
@@ -221,12 +221,13 @@ def fryjahn(images):
     muzzle = lathe([(-0.88, 0.18), (-1.0, 0.23), (-1.16, 0.12)], 6, hot, caps=(False, True), crease=80).move(1.0, 1.0, 0)
     m += muzzle.mirrored("x").mirrored("y")
     m += lathe([(-0.50, 0.42), (-0.62, 0.45), (-0.80, 0.34), (-0.90, 0.08)], 8, core, crease=80)
-    m += gem(0.14, 0.12, glow("fryjahn pupil", (1.0, 1.0, 0.95)), 6).move(0, 0, -0.84)
+    m += gem(0.15, 0.12, hot).move(0, 0, -0.84)
     m += gem(0.20, 0.14, core).mirror("z").move(0, 0, 1.42)
     return m
 
 
-def build(out_dir):
+def build(out_dir, names):
     objects, images = os.path.join(out_dir, "Objects"), os.path.join(out_dir, "images")
     for name, make in (("Dravek", dravek), ("jalka", jalka), ("Dravek2Shot", dravek2), ("Fryjahn", fryjahn)):
-        drop_hidden(make(images)).save(os.path.join(objects, name + ".aob"))
+        if name in names:
+            drop_hidden(make(images)).save(os.path.join(objects, name + ".aob"))

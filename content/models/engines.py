@@ -3,12 +3,11 @@ import os
 
 from mesh import *  # noqa: F401,F403
 from aob import Material
-from player import ENGINE_Y, ORANGE, SHINE, TWIN_X, glow, hull_shape, trim
+from player import ENGINE_Y, ORANGE, SHINE, TWIN_X, hull_shape, trim
 
 CASE = trim("engine case", (0.80, 0.84, 0.90))
 BAND = trim("engine band", ORANGE)
 BELL = Material("engine bell", (0.30, 0.33, 0.40), **SHINE)
-HEAT = glow("engine throat", (0.45, 0.80, 1.0), 1.0)
 FLAME = Material("engine flame", (0.16, 0.50, 1.0), luminosity=1.0, transparency=0.45)
 CORE = Material("engine flame core", (0.60, 0.85, 1.0), luminosity=1.0)
 
@@ -22,7 +21,7 @@ def engine(r, length, n=8, flame=1.0, bands=1, start=1.75):
         m += lathe([(z - 0.09, r * 0.94), (z, r * 1.09), (z + 0.09, r * 0.94)], n, BAND, caps=(False, False))
     # bell: outside and inside, then the hot throat
     m += lathe([(z1 - 0.36, r * 0.62), (z1, r * 0.95), (z1 - 0.16, r * 0.60)], n, BELL, caps=(False, False))
-    m += lathe([(z1 - 0.2, r * 0.61), (z1 - 0.15, r * 0.61)], n, HEAT, caps=(False, True)).select([False] * n + [True] * (n // 2 - 1))
+    m += lathe([(z1 - 0.2, r * 0.61), (z1 - 0.15, r * 0.61)], n, CORE, caps=(False, True)).select([False] * n + [True] * (n // 2 - 1))
     m += lathe([(z1 - 0.10, r * 0.42), (z1 + 0.72 * flame, 0)], 6, CORE, caps=(False, True), crease=80)
     m += lathe([(z1 - 0.08, r * 0.56), (z1 + 0.28 * flame, r * 0.70), (z1 + 1.15 * flame, 0)], 6, FLAME, caps=(False, True), crease=80)
     return m
@@ -34,10 +33,13 @@ def fins(r, z0, z1, reach, count, start):
     return f.spread(count, "z", start)
 
 
-def build(out_dir):
+def build(out_dir, names):
     objects = os.path.join(out_dir, "Objects")
     hull = hull_shape()
-    save = lambda m, name: drop_hidden(m.move(0, ENGINE_Y, 0), within=hull).save(os.path.join(objects, name + ".aob"))
+
+    def save(m, name):
+        if name in names:
+            drop_hidden(m.move(0, ENGINE_Y, 0), within=hull).save(os.path.join(objects, name + ".aob"))
     save(engine(0.34, 1.15, flame=0.75), "BasicEngines")
     save(engine(0.31, 1.15, flame=0.8).move(TWIN_X).mirrored(), "TwinBasicEngines")
     big = engine(0.56, 1.55, 10, flame=1.25, bands=2, start=1.55)

@@ -27,10 +27,13 @@ def barrel(kind, z_back, z_front, r=0.085, n=6, coils=2, flared=True):
     return m + lathe([(z_front + 0.22, r * 0.9), (z_front + 0.06, r * 1.55), (z_front - 0.13, r * 0.4)], n, light, caps=(False, True), **smooth)
 
 
-def build(out_dir):
+def build(out_dir, names):
     objects = os.path.join(out_dir, "Objects")
     hull = hull_shape()
-    save = lambda m, name: drop_hidden(m, within=hull).save(os.path.join(objects, name + ".aob"))
+
+    def save(m, name):
+        if name in names:
+            drop_hidden(m, within=hull).save(os.path.join(objects, name + ".aob"))
 
     # one barrel through the nose, held by a saddle on its back
     single = barrel(1, -2.35, -3.95, 0.095).move(0, -0.02)

@@ -160,7 +160,7 @@ def paint_side(skin):
     s.occlude(0.6, (0.10, 0.3), 0.2)
 
 
-def build(out_dir):
+def build(out_dir, names):
     objects, images = os.path.join(out_dir, "Objects"), os.path.join(out_dir, "images")
     trim_texture(images)
     body = Material("hull", WHITE)
@@ -179,7 +179,8 @@ def build(out_dir):
     parts = hull + canopy()
     parts += slab((0.20, 0.07, 0.06), (0.74, 0.09, -0.645), lamps).mirrored()
     parts += slab((0.05, 0.05, 0.5), (TIP_X + 0.155, 0.08, 1.35), glow("tip light", (1.0, 0.42, 0.05), 0.9)).mirrored()
-    drop_hidden(parts).save(os.path.join(objects, "PlayerBase.aob"))
+    if "PlayerBase" in names:
+        drop_hidden(parts).save(os.path.join(objects, "PlayerBase.aob"))
 
     # lives icon: the bare hull at a third, on the same pictures
     k = 2.0 / 5.8
@@ -187,8 +188,10 @@ def build(out_dir):
         body, icon_skin("icon top", t_top, k), icon_skin("icon side", t_side, k),
         Material("icon ends", (0.62, 0.66, 0.73)), bias=1.25) + canopy(2)
     icon += lathe([(2.1, 0.34), (2.5, 0.34), (2.62, 0.24)], 6, glow("icon flame", (0.25, 0.6, 1.0), 1.0))
-    drop_hidden(icon.scale(k)).save(os.path.join(objects, "PlayerBase-small.aob"))
-    aiming_ring().save(os.path.join(objects, "Target.aob"))
+    if "PlayerBase-small" in names:
+        drop_hidden(icon.scale(k)).save(os.path.join(objects, "PlayerBase-small.aob"))
+    if "Target" in names:
+        aiming_ring().save(os.path.join(objects, "Target.aob"))
 
 
 def icon_skin(name, t, k):

@@ -86,8 +86,15 @@ def hoop(z, radius, material, width=0.09, thick=0.08, n=12):
     return loft(rings, material, closed=True, crease=40)
 
 
+GLOWS = {}      # of the hoops, by colour
+
+
+def hoop_glow(colour):
+    return GLOWS.setdefault(colour, light('hoop', colour, 0.75))
+
+
 def hoops(colour, radius=0.86, z=0.78):
-    glow = light('hoop', colour, 0.75)
+    glow = hoop_glow(colour)
     return hoop(-z, radius, glow) + hoop(z, radius, glow)
 
 
@@ -168,7 +175,7 @@ def laser(count):
 def cannon():
     iron, gold = metal('gun steel', (0.66, 0.69, 0.76), 0.16), brass()
     fire = light('charge', BOLTS[5], 0.95)
-    glow = light('hoop', RED, .75)
+    glow = hoop_glow(RED)
     model = lathe([(-.86, .33), (-.90, .46), (-.72, .46), (-.66, .36),
                    (.10, .40), (.18, .50), (.62, .50), (.82, .22)], 10, iron,
                   crease=30, caps=(False, True))
@@ -206,7 +213,7 @@ def autofire():
     model = model + lathe([(-.72, .43), (-.56, .43)], 8, dark, crease=30)
     # the belt: cartridges all round, held by a band
     model = model + lathe([(-.04, .48), (.11, .61), (.26, .48)], 10,
-                          light('band', RED, .5), caps=(False, False),
+                          hoop_glow(RED), caps=(False, False),
                           crease=30)
     for k in range(6):
         shell = lathe([(.34, .10), (-.10, .10)], 4, case,
@@ -221,7 +228,7 @@ def autofire():
 def dumbfire():
     body = metal('green drab', (0.62, 0.72, 0.40), 0.16)
     nose = plain('red nose', (1.0, 0.16, 0.10), 0.3)
-    band = light('band', YELLOW, 0.6)
+    band = hoop_glow(YELLOW)
     dark = gunmetal()
     model = lathe([(-1.0, .10), (-.93, .26), (-.78, .38), (-.58, .44)], 10,
                   nose, crease=50)
@@ -257,23 +264,23 @@ def homing():
 
 
 def missile_speed():
+    """A dart with its wings swept back, on a long flame."""
     body = metal('white paint', (0.95, 0.97, 1.0), 0.2)
     nose = plain('red nose', (1.0, 0.16, 0.10), 0.3)
-    fire = light('flame', (1.0, 0.55, 0.10), 0.9)
+    fire = light('flame', (1.0, 0.50, 0.08), 0.9)
     hot = light('hot flame', (1.0, 0.95, 0.55), 1.0)
-    arrow = light('arrow', (1.0, 0.40, 0.10), 0.7)
-    model = lathe([(-1.0, .05), (-.82, .17), (-.62, .22)], 8, nose, crease=50)
-    model = model + lathe([(-.63, .21), (-.10, .22), (0, .17)], 8, body,
+    arrow = light('arrow', (1.0, 0.36, 0.08), 0.6)
+    model = lathe([(-1.02, .0), (-.84, .17), (-.60, .27)], 8, nose, crease=50)
+    model = model + lathe([(-.61, .27), (.18, .27), (.28, .20)], 8, body,
                           crease=30)
-    # two arrowheads round the axis, pointing the way it flies
-    for z in (-.52, .06):
-        model = model + lathe([(z - .02, .26), (z + .36, .70),
-                               (z + .50, .70), (z + .20, .26)], 10, arrow,
-                              caps=(False, False), crease=20)
-    model = model + lathe([(0, .17), (.35, .26), (.75, .17), (1.02, .03)], 8,
-                          fire, crease=50)
-    model = model + lathe([(.02, .10), (.2, .30), (.42, .16)], 8, hot)
-    return model + hoops(YELLOW, 0.86, 0.80)
+    model = model + fins(4, arrow, (-.60, -.30), (-.06, .06), .72, .08, 0,
+                         .22)
+    model = model + fins(4, arrow, (-.14, .20), (.42, .54), .72, .08, 45, .22)
+    model = model + lathe([(.24, .18), (.44, .34), (.62, .27), (1.06, .0)], 8,
+                          fire, caps=(False, True), crease=50)
+    model = model + lathe([(.20, .23), (.30, .25), (.40, .23)], 8, hot,
+                          caps=(False, False))
+    return model + hoops(YELLOW, 0.88, 0.76)
 
 
 # --- engines ---------------------------------------------------------------
@@ -344,8 +351,8 @@ def shield():
     one = emblem(.98, face, rim, .12)
     other = emblem(.98, face, rim, .12).rotate('z', 90)
     model = one + other
-    return model + hoop(-.62, .88, light('hoop', BLUE, .75)) \
-        + hoop(.42, .88, light('hoop', BLUE, .75))
+    return model + hoop(-.62, .88, hoop_glow(BLUE)) \
+        + hoop(.42, .88, hoop_glow(BLUE))
 
 
 def invulnerable():
@@ -472,8 +479,8 @@ def magnet_weak():
     red = plain('magnet red', (0.95, 0.10, 0.14), 0.36)
     tips = plain('bare iron', (0.92, 0.94, 0.98), 0.40)
     model = horseshoe(.52, .24, .36, red, tips).move(0, 0, .12)
-    return model + hoop(-.86, .72, light('hoop', PINK, .8)) \
-        + hoop(-.60, .88, light('hoop', PINK, .8))
+    return model + hoop(-.86, .72, hoop_glow(PINK)) \
+        + hoop(-.60, .88, hoop_glow(PINK))
 
 
 def magnet_strong():
@@ -609,7 +616,7 @@ def crystal(profile, n, colour, name, spread=.22, seed=0, count=3):
     """A cut stone: flat facets of some tones, so that it sparkles."""
     random = np.random.RandomState(seed)
     tones = []
-    for k in range(3)[3 - count:]:
+    for k in ((1,), (1, 2), range(3))[count - 1]:
         f = 1 + spread * (k - 1) * 2
         tone = tuple(min(1.0, c * f + (.16 if k == 2 else 0)) for c in colour)
         tones.append(Material('%s %d' % (name, k + 1), tone,
@@ -640,7 +647,7 @@ def gem3():
         arm = crystal([(.05, .20), (.55, .24), (.98, .0)], 6,
                       ((1.0, .42, .30), (1.0, .85, .25), (.35, 1.0, .5),
                        (.3, .85, 1.0), (.5, .45, 1.0), (1, .4, .9))[k],
-                      'ray %d' % (k + 1), seed=10 + k, count=2)
+                      'ray %d' % (k + 1), seed=10 + k, count=1)
         arm.rotate('y', 90).rotate('z', 60 * k + 30)
         model = model + arm
     return model
@@ -685,7 +692,7 @@ POWERUPS = [
     ('PupSucker2', lambda: sucker(2)),
     ('PupSucker3', lambda: sucker(3)),
     ('MoneyCoin1', lambda: coin(.80, (.74, .36, .16), '10', 'bronze', .40)),
-    ('MoneyCoin2', lambda: coin(.90, (.74, .79, .88), '50', 'silver', .44)),
+    ('MoneyCoin2', lambda: coin(.90, (.60, .66, .78), '50', 'silver', .44)),
     ('MoneyCoin3', lambda: coin(1.0, (.92, .54, .06), '100', 'gold', .48)),
     ('GemPoints1', gem1),
     ('GemPoints2', gem2),
@@ -693,12 +700,14 @@ POWERUPS = [
 ]
 
 
-def build(out_dir):
+def build(out_dir, names):
     images = os.path.join(out_dir, 'images')
     tga.write_tga(os.path.join(images, METAL), metal_picture())
     for text in ('10', '50', '100'):
         tga.write_tga(os.path.join(images, 'coin%s.tga' % text),
                       coin_picture(text))
     for name, make in POWERUPS:
+        if name not in names:
+            continue
         drop_hidden(make(), pixels=240, down=-1, views=32).save(
             os.path.join(out_dir, 'Objects', name + '.aob'))

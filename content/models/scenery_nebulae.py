@@ -213,9 +213,11 @@ def sheet(size, height, turn):
                      for x, z in corners])
 
 
-def build(out_dir):
+def build(out_dir, names):
     up = np.tile((0.0, 1.0, 0.0), (4, 1))
     for name, form, seed, stops, hot, sizes in NEBULAE:
+        if name not in names:
+            continue
         quads = []
         for k, picture in enumerate(form(seed, stops, hot)):
             file = '%s_%d.tga' % (name, k + 1)

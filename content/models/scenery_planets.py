@@ -148,7 +148,7 @@ def tilted(matrix, planes):
     return [tuple(matrix @ np.array(p[:3])) + (p[3],) for p in planes]
 
 
-def build(out_dir):
+def build_blue_world(out_dir):
     images = os.path.join(out_dir, 'images')
     objects = os.path.join(out_dir, 'Objects')
     radius = 7.0
@@ -164,6 +164,10 @@ def build(out_dir):
             textures=[Texture(name, 'R', s, t)]))
     ball(radius, 11, materials).save(os.path.join(objects, 'Planet1.aob'))
 
+
+def build_giant(out_dir):
+    images = os.path.join(out_dir, 'images')
+    objects = os.path.join(out_dir, 'Objects')
     radius = 4.7
     places = globe.cells()
     tga.write_tga(os.path.join(images, 'planet2.tga'), globe.atlas(
@@ -190,3 +194,10 @@ def build(out_dir):
     model = model + annulus(6.95, outer, 40, dust)
     model.transform(tilt)
     model.save(os.path.join(objects, 'Planet2.aob'))
+
+
+def build(out_dir, names):
+    for name, make in (('Planet1', build_blue_world),
+                       ('Planet2', build_giant)):
+        if name in names:
+            make(out_dir)

@@ -474,7 +474,8 @@ def station(out_dir):
         os.path.join(out_dir, 'Objects', 'SpaceStn1.aob'))
 
 
-def build(out_dir):
-    freighter(out_dir)
-    satellite(out_dir)
-    station(out_dir)
+def build(out_dir, names):
+    for name, make in (('FreighterDebris', freighter),
+                       ('satellite', satellite), ('SpaceStn1', station)):
+        if name in names:
+            make(out_dir)

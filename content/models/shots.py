@@ -31,9 +31,12 @@ def fin(r, z0, z1, reach, mat, sweep=0.1):
                  ).transform([[1, 0, 0], [0, 0, 1], [0, 1, 0]])
 
 
-def build(out_dir):
+def build(out_dir, names):
     objects = os.path.join(out_dir, "Objects")
-    save = lambda m, name: m.save(os.path.join(objects, name + ".aob"))
+
+    def save(m, name):
+        if name in names:
+            m.save(os.path.join(objects, name + ".aob"))
 
     save(bolt((1.0, 0.20, 0.03), (1.0, 0.85, 0.50), [(0.32, 0.17), (0.85, 0.0)], [(0.3, 0.09), (0.95, 0.0)], 6), "Weapon1")
 
