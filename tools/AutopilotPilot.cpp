@@ -176,7 +176,7 @@ void Pilot::LookAtShots() {
 }
 
 void Pilot::LookAtRocks() {
-    const SceneryManager& scenery = levelManager->GetScenery();
+    SceneryManager& scenery = levelManager->GetScenery();
     for (int i = 0; i < SceneryManager::kForegroundObjects; ++i) {
         const Scenery& rock = scenery.GetForeground(i);
         if (rock.IsInUse()) {

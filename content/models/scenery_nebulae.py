@@ -1,8 +1,9 @@
-"""The four nebulae far below the field: three stacked pictures each.
+"""The four nebulae far below the field, each one picture on one quad.
 
-The game looks at them straight down from 75 units, so the quads lie in
-the X-Z plane; the lowest comes first in the file, which lets the upper
-ones blend over it although every quad also writes depth.
+The game looks at them straight down from 75 units, so the quad lies in the
+X-Z plane. Each is painted in three layers, laid over one another here: a
+software renderer pays for every pixel of every quad, and layers a unit and
+a half apart look no deeper from there than one.
 """
 import os
 import sys
@@ -184,60 +185,62 @@ def butterfly(seed, stops, hot):
 NEBULAE = [
     ('nebula1', cloud, 11,
      [(0, '#131a55'), (0.35, '#3b3fc4'), (0.7, '#8a4fe0'), (1.0, '#e08cf0'),
-      (1.3, '#ffe0ff')], '#fff4ff', (66, 60, 56)),
+      (1.3, '#ffe0ff')], '#fff4ff', 62),
     ('nebula2', shell, 23,
      [(0, '#4a0c10'), (0.3, '#b3261a'), (0.6, '#f0702a'), (0.9, '#ffc070'),
-      (1.2, '#fff0d0')], '#e8f6ff', (56, 56, 56)),
+      (1.2, '#fff0d0')], '#e8f6ff', 56),
     ('nebula3', whirl, 37,
      [(0, '#04302e'), (0.3, '#0c7a6c'), (0.6, '#2cc79a'), (0.9, '#a6f5c4'),
-      (1.2, '#f4ffe8')], '#fbffe6', (64, 64, 64)),
+      (1.2, '#f4ffe8')], '#fbffe6', 64),
     ('nebula4', butterfly, 41,
      [(0, '#5a1038'), (0.3, '#c02c5c'), (0.6, '#f58a4e'), (0.9, '#ffd878'),
-      (1.2, '#fff8d8')], '#f4fbff', (60, 60, 60)),
+      (1.2, '#fff8d8')], '#f4fbff', 60),
 ]
 
 
-def pictures():
-    """Name and RGBA picture of every layer."""
-    for name, form, seed, stops, hot, sizes in NEBULAE:
-        for k, picture in enumerate(form(seed, stops, hot)):
-            yield '%s_%d' % (name, k + 1), picture
+def lay_over(layers):
+    """The layers, lowest first, as the one picture that blending them makes."""
+    light = np.zeros((SIZE, SIZE, 3))
+    through = np.ones((SIZE, SIZE, 1))
+    for layer, strength in zip(layers, STRENGTH):
+        alpha = layer[..., 3:] * strength
+        light = light * (1 - alpha) + layer[..., :3] * alpha
+        through = through * (1 - alpha)
+    alpha = 1 - through
+    return np.concatenate([light / np.maximum(alpha, 1e-6), alpha], -1)
 
 
-def sheet(size, height, turn):
+def picture(form, seed, stops, hot):
+    return lay_over(form(seed, stops, hot))
+
+
+def sheet(size):
     """One quad facing +Y whose corners take the whole picture."""
     half = size / 2.0
-    c, s = np.cos(np.radians(turn)), np.sin(np.radians(turn))
     corners = [(-half, half), (half, half), (half, -half), (-half, -half)]
-    return np.array([(x * c - z * s, height, x * s + z * c)
-                     for x, z in corners])
+    return np.array([(x, 0.0, z) for x, z in corners])
 
 
 def build(out_dir, names):
     up = np.tile((0.0, 1.0, 0.0), (4, 1))
-    for name, form, seed, stops, hot, sizes in NEBULAE:
+    for name, form, seed, stops, hot, size in NEBULAE:
         if name not in names:
             continue
-        quads = []
-        for k, picture in enumerate(form(seed, stops, hot)):
-            file = '%s_%d.tga' % (name, k + 1)
-            picture[..., 3] *= STRENGTH[k]
-            tga.write_tga(os.path.join(out_dir, 'images', file), picture)
-            gas = Material('%s layer %d' % (name, k + 1), colour=(1, 1, 1),
-                           luminosity=1.0, textures=[Texture(file, 'C')])
-            quads.append((gas, sheet(sizes[k], -1.5 + 1.5 * k, 0.0), up))
-        write_aob(os.path.join(out_dir, 'Objects', name + '.aob'), quads)
+        file = name + '.tga'
+        tga.write_tga(os.path.join(out_dir, 'images', file),
+                      picture(form, seed, stops, hot))
+        gas = Material(name, colour=(1, 1, 1), luminosity=1.0,
+                       textures=[Texture(file, 'C')])
+        write_aob(os.path.join(out_dir, 'Objects', name + '.aob'),
+                  [(gas, sheet(size), up)])
 
 
 if __name__ == '__main__':
     rows = []
-    layers = [p for _, p in pictures()]
-    for k in range(4):
-        out = np.zeros((SIZE, SIZE, 3)) + (0, 0, 0.1)
-        row = []
-        for p in layers[k * 3:k * 3 + 3]:
-            a = p[..., 3:]
-            row.append(p[..., :3] * a)
-            out = out * (1 - a) + p[..., :3] * a
-        rows.append(np.concatenate(row + [out], 1))
+    for name, form, seed, stops, hot, size in NEBULAE:
+        whole = picture(form, seed, stops, hot)
+        alpha = whole[..., 3:]
+        rows.append(np.concatenate(
+            [whole[..., :3], np.repeat(alpha, 3, -1),
+             np.array([0, 0, 0.1]) * (1 - alpha) + whole[..., :3] * alpha], 1))
     paint.to_image(np.concatenate(rows, 0)).save(sys.argv[1])

@@ -26,9 +26,9 @@ public:
     void Update(bool collide);
     void Draw();
 
-    const Scenery& GetForeground(int index) const { return foreground[index]; }
-    const Scenery& GetIntermediate() const { return intermediate; }
-    const Scenery& GetBackground() const { return background; }
+    Scenery& GetForeground(int index) { return foreground[index]; }
+    Scenery& GetIntermediate() { return intermediate; }
+    Scenery& GetBackground() { return background; }
 
 private:
     static void PlaceNew(Scenery& object, SceneryLayer layer);
