@@ -19,14 +19,14 @@ from tga import read_tga  # noqa: E402
 
 # name: ((least, most) width, height, length, most quads); None leaves a size open
 ANY = (0.0, 1e9)
-SWARM = ((2.4, 4.0), (0.8, 4.0), (2.0, 4.0), 300)
-BOLT = ((0.15, 0.6), (0.15, 0.6), (1.0, 2.2), 60)
+SWARM = ((2.4, 4.0), (0.8, 4.0), (2.0, 4.0), 280)
+BOLT = ((0.15, 0.6), (0.15, 0.6), (1.0, 2.2), 40)
 MISSILE = ((0.2, 0.8), (0.2, 0.8), (0.8, 1.4), 100)
-ENGINE = ((0.4, 4.2), (0.4, 2.0), (0.8, 4.0), 260)
-GUN = ((0.2, 6.2), (0.2, 1.2), (1.0, 5.2), 265)
+ENGINE = ((0.4, 4.2), (0.4, 2.0), (0.8, 4.0), 200)
+GUN = ((0.2, 6.2), (0.2, 1.2), (1.0, 5.2), 225)
 LIMITS = {
-    "PlayerBase": ((5.4, 6.2), (1.0, 2.4), (5.4, 6.4), 560),
-    "PlayerBase-small": ((1.8, 2.2), ANY, (1.6, 2.6), 220),
+    "PlayerBase": ((5.4, 6.2), (1.0, 2.4), (5.4, 6.4), 380),
+    "PlayerBase-small": ((1.8, 2.2), ANY, (1.6, 2.6), 150),
     "Target": ((2.0, 5.0), (0.0, 0.6), (2.0, 5.0), 200),
     "BasicEngines": ENGINE, "TwinBasicEngines": ENGINE, "BigEngines": ENGINE, "TwinInterEngines": ENGINE,
     "TwinBigEngines": ENGINE,
@@ -36,6 +36,8 @@ LIMITS = {
     "Weapon1": BOLT, "Weapon2": BOLT, "Weapon3": BOLT, "Weapon4": BOLT, "Weapon5": BOLT,
     "Missile0": MISSILE, "Missile1": MISSILE,
 }
+POWERUP = ((1.0, 2.1), (0.7, 2.1), (1.5, 2.3), 250)
+MOST_SHIP = 800      # quads of the player's ship with its heaviest engine and gun
 MOST_MODELS, MOST_TEXTURES, MOST_QUADS = 100, 100, 4000
 EXTENT = 80.0       # nothing is larger
 
@@ -119,7 +121,7 @@ def check(path, name, used, images):
             for plane in (t.s_plane, t.t_plane):
                 if t.kind == "R" and not any(plane[:3]):
                     bad.append("plane of %s has no direction" % t.name)
-    limit = LIMITS.get(name)
+    limit = LIMITS.get(name) or (POWERUP if name.lower().startswith(("pup", "moneycoin", "gempoints")) else None)
     if limit:
         for axis, v, (least, most) in zip(("width", "height", "length"), size, limit[:3]):
             if not least <= v <= most:
@@ -146,6 +148,13 @@ def main(arguments):
             for line in bad:
                 print("    %s: %s" % (name, line))
             failures += len(bad)
+    if not arguments[1:]:
+        quads = {n: len(read_aob(os.path.join(objects, n + ".aob")).positions) for n in LIMITS if n in names}
+        ship = quads["PlayerBase"] + sum(max(quads[n] for n in LIMITS if LIMITS[n] is kind) for kind in (ENGINE, GUN))
+        print("the player's ship takes %d quads at most" % ship)
+        if ship > MOST_SHIP:
+            print("    %d allowed" % MOST_SHIP)
+            failures += 1
     pictures = {t for t, _ in used}
     total = 0
     for t in sorted(pictures):

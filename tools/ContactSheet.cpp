@@ -6,6 +6,7 @@
 // name without ".aob"; several joined by "+" are drawn into one another, as the player's ship is:
 // PlayerBase+TwinBigEngines+QuadLasers. Without one, every model is drawn. Each row shows a model
 // large, then at the size that it has in play, seen in the four camera views from left to right.
+// Enemies stand as they do in formation, turned towards the player.
 
 #include <GL/gl.h>
 #include <GL/glu.h>
@@ -16,6 +17,7 @@
 #include <cstring>
 #include <filesystem>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "PngFile.h"
@@ -27,6 +29,7 @@
 #include "platform/Files.h"
 #include "platform/Window.h"
 #include "scores/UserPrefs.h"
+#include "world/EnemyTypes.h"
 #include "world/SceneryModels.h"
 
 namespace {
@@ -49,6 +52,7 @@ struct Sheet {
     std::string size;
     float reach = 0.0F;  // half the edge of the cube about the origin that holds the model
     bool inFog = true;   // scenery is drawn without fog
+    bool isEnemy = false;
 };
 
 float ReachOf(const Bounds& b) {
@@ -58,6 +62,21 @@ float ReachOf(const Bounds& b) {
 bool IsScenery(const std::string& file) {
     return std::any_of(kSceneryModels.begin(), kSceneryModels.end(),
                        [&file](const SceneryModel& row) { return file == row.model; });
+}
+
+bool IsEnemy(const std::string& file) {
+    const auto isFile = [&file](const char* model) {
+        const std::string_view known = model;
+        return known.substr(known.find('\\')) == file.substr(file.find('\\'));
+    };
+    for (const int32_t first : {0, kFirstBossType}) {
+        for (int32_t type = first; const EnemyType* const row = FindEnemyType(type); ++type) {
+            if (isFile(row->model)) {
+                return true;
+            }
+        }
+    }
+    return false;
 }
 
 // True = failure.
@@ -74,6 +93,7 @@ bool LoadSheet(const std::string& name, Sheet& sheet) {
         sheet.lists.push_back(list);
         sheet.reach = std::max(sheet.reach, ReachOf(bounds));
         sheet.inFog = sheet.inFog && !IsScenery(file);
+        sheet.isEnemy = IsEnemy(file);
         char size[64];
         std::snprintf(size, sizeof size, "%.1f x %.1f x %.1f", bounds.maxX - bounds.minX,
                       bounds.maxY - bounds.minY, bounds.maxZ - bounds.minZ);
@@ -103,6 +123,9 @@ void DrawCell(const Sheet& sheet, int x, int y, int size, int view, float distan
     }
     glWindow->SetView(view);
     glWindow->BeginScene();
+    if (sheet.isEnemy) {
+        glRotatef(180.0F, 0.0F, 1.0F, 0.0F);
+    }
     for (const uint32_t list : sheet.lists) {
         glCallList(list);
     }

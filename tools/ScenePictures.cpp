@@ -4,6 +4,8 @@
 //     scene-pictures OUT_FOLDER --strip A-B        film strips of levels A to B, a picture every
 //                                                  five seconds
 //     scene-pictures OUT_FOLDER --width W --height H   in another size than 800 x 600
+//     scene-pictures OUT_FOLDER --only NAME        the scenes of play whose name starts like this
+//     scene-pictures OUT_FOLDER --seed S           with other chances than a scene's own
 //
 // Run it in the assets folder or the one above, on a display (xvfb-run will do).
 
@@ -39,7 +41,7 @@ struct Scene {
     const char* name;
     int32_t level;
     int frames;       // of play before the picture is taken; with kBoss, after the boss has come
-    int fireFrames;   // before it in which the player fires
+    int fireFrames;   // before it in which the player fires; kBoss clears the way to the boss first
     int driftFrames;  // of scenery drifting in before the level starts
     uint32_t seed;    // chosen for what drifts in
     int32_t weapon;   // what the player has by then
@@ -48,18 +50,19 @@ struct Scene {
 };
 
 // At least two for each view; both bosses among them.
-constexpr int kBoss = -1;  // fire until the boss comes
+constexpr int kBoss = -1;
+constexpr int kBossFireFrames = 62;  // fire at the boss before the picture
 constexpr int kBossLimit = 20000;
 constexpr std::array<Scene, 9> kScenes = {{
-    {"play-top", 7, 1000, 150, 700, 3, 3, 1, 1},
-    {"play-top-warden", 6, 420, kBoss, 600, 5, 3, 3, 2},
-    {"play-top-queen", 12, 420, kBoss, 600, 5, 4, 3, 4},
-    {"play-left", 8, 1000, 150, 700, 2, 3, 1, 0},
-    {"play-left-late", 20, 1000, 120, 600, 7, 4, 3, 2},
-    {"play-right", 5, 900, 150, 700, 11, 2, 2, 0},
-    {"play-right-late", 26, 1000, 120, 600, 4, 4, 3, 2},
-    {"play-behind", 10, 900, 120, 300, 9, 3, 2, 2},
-    {"play-behind-late", 28, 1000, 120, 300, 8, 4, 4, 4},
+    {"play-top", 7, 900, 60, 700, 5, 3, 1, 1},
+    {"play-top-warden", 6, 330, kBoss, 600, 37, 3, 3, 2},
+    {"play-top-queen", 12, 330, kBoss, 600, 35, 4, 3, 4},
+    {"play-left", 8, 1000, 80, 700, 21, 3, 1, 0},
+    {"play-left-late", 20, 1000, 70, 600, 21, 4, 3, 2},
+    {"play-right", 5, 900, 80, 700, 11, 2, 2, 0},
+    {"play-right-late", 26, 1000, 70, 600, 4, 4, 3, 2},
+    {"play-behind", 10, 900, 70, 300, 22, 3, 2, 2},
+    {"play-behind-late", 28, 1000, 70, 300, 22, 4, 4, 4},
 }};
 
 constexpr int kStripInterval = 300;  // frames between two pictures of a strip
@@ -69,6 +72,8 @@ constexpr int kStripLimit = 60 * 60 * 5;
 
 struct Options {
     std::string folder;
+    std::string only;   // start of the names of the scenes to draw; empty draws every picture
+    uint32_t seed = 0;  // 0 keeps each scene's own
     int16_t width = 800;
     int16_t height = 600;
     int32_t firstStrip = 0;
@@ -84,9 +89,28 @@ std::vector<uint8_t> ReadPixels() {
     return pixels;
 }
 
-// Draws the game as it stands and keeps the picture.
-void TakePicture(const Options& options, const std::string& name) {
+// A frame that nobody looks at. It must be drawn, since the camera's blend and the level's intro
+// move while drawing, but an empty scissor box spares the renderer its pixels.
+void RunFrame() {
+    glEnable(GL_SCISSOR_TEST);
+    glScissor(0, 0, 0, 0);
     GameStage::Draw();
+    glDisable(GL_SCISSOR_TEST);
+    GameStage::Update();
+}
+
+void RunFrames(int frames) {
+    for (int i = 0; i < frames; ++i) {
+        RunFrame();
+    }
+}
+
+// Draws the game as it stands and keeps the picture, without the frame rate: a game that is not
+// paced by its clock has none.
+void TakePicture(const Options& options, const std::string& name) {
+    glWindow->BeginScene();
+    levelManager->Draw();
+    glPopMatrix();
     const std::string path = options.folder + "/" + name + ".png";
     if (WritePng(path, glWindow->GetWidth(), glWindow->GetHeight(), ReadPixels())) {
         std::fprintf(stderr, "%s cannot be written\n", path.c_str());
@@ -144,37 +168,58 @@ void PlayFrame(bool fire) {
     }
     playerShip->AddLife();
     SteerAtEnemies(fire);
-    // The camera's blend and the level's intro move while drawing.
-    GameStage::Draw();
-    GameStage::Update();
+    RunFrame();
+}
+
+bool IsBoss(EnemyGroup& group) {
+    return group.GetOrders().type >= kFirstBossType;
 }
 
 bool BossHasCome() {
     AttackWave* wave = levelManager->GetCurrentWave();
     for (int i = 0; wave != nullptr && i < wave->GroupCount(); ++i) {
         EnemyGroup& group = wave->GetGroup(i);
-        if (group.GetOrders().type >= kFirstBossType && group.GetShip(0).active) {
+        if (IsBoss(group) && group.GetShip(0).active) {
             return true;
         }
     }
     return false;
 }
 
+// Plays on until the boss is there; whatever comes before it falls at once.
+void ClearTheWayToTheBoss() {
+    constexpr int kMoreThanAnyHull = 1000;
+    for (int frame = 0; frame < kBossLimit && !BossHasCome(); ++frame) {
+        AttackWave* wave = levelManager->GetCurrentWave();
+        for (int i = 0; wave != nullptr && i < wave->GroupCount(); ++i) {
+            EnemyGroup& group = wave->GetGroup(i);
+            for (int k = 0; k < group.ShipCount() && !IsBoss(group); ++k) {
+                if (group.GetShip(k).active) {
+                    group.GetShip(k).TakeDamage(kMoreThanAnyHull);
+                }
+            }
+        }
+        PlayFrame(false);
+    }
+}
+
 void DrawScenes(const Options& options) {
     for (const Scene& scene : kScenes) {
-        platform::SeedRandom(scene.seed);
+        if (std::string(scene.name).rfind(options.only, 0) != 0) {
+            continue;
+        }
+        platform::SeedRandom(options.seed != 0 ? options.seed : scene.seed);
         levelManager->StartAt(scene.level);
         for (int i = 0; i < scene.driftFrames; ++i) {
             levelManager->GetScenery().Update(false);
         }
         Arm(scene);
         if (scene.fireFrames == kBoss) {
-            for (int i = 0; i < kBossLimit && !BossHasCome(); ++i) {
-                PlayFrame(true);
-            }
+            ClearTheWayToTheBoss();
         }
+        const int fireFrames = scene.fireFrames == kBoss ? kBossFireFrames : scene.fireFrames;
         for (int i = 0; i < scene.frames; ++i) {
-            PlayFrame(scene.fireFrames != kBoss && i >= scene.frames - scene.fireFrames);
+            PlayFrame(i >= scene.frames - fireFrames);
         }
         TakePicture(options, scene.name);
     }
@@ -182,16 +227,8 @@ void DrawScenes(const Options& options) {
 
 void Press(int virtualKey) {
     keyDown[virtualKey] = 1;
-    GameStage::Draw();
-    GameStage::Update();
+    RunFrame();
     keyDown[virtualKey] = 0;
-}
-
-void RunFrames(int frames) {
-    for (int i = 0; i < frames; ++i) {
-        GameStage::Draw();
-        GameStage::Update();
-    }
 }
 
 void DrawScreens(const Options& options) {
@@ -226,7 +263,7 @@ void DrawScreens(const Options& options) {
     Arm(kScenes[1]);
     money = 1500;
     if (levelManager->OpenShopNow()) {
-        RunFrames(90);
+        RunFrames(116);
         TakePicture(options, "shop");
         Press(keyMap->Get(Action::Right));
         RunFrames(25);
@@ -319,7 +356,9 @@ void DrawStrip(const Options& options, int32_t level) {
 }
 
 int Usage() {
-    std::fprintf(stderr, "usage: scene-pictures OUT_FOLDER [--strip A-B] [--width W --height H]\n");
+    std::fprintf(
+        stderr,
+        "usage: scene-pictures OUT_FOLDER [--strip A-B] [--only NAME] [--width W --height H]\n");
     return 2;
 }
 
@@ -334,6 +373,10 @@ bool ParseOptions(int argc, char** argv, Options& options) {
             if (std::sscanf(argv[i + 1], "%d-%d", &options.firstStrip, &options.lastStrip) == 1) {
                 options.lastStrip = options.firstStrip;
             }
+        } else if (name == "--only") {
+            options.only = argv[i + 1];
+        } else if (name == "--seed") {
+            options.seed = static_cast<uint32_t>(std::atoi(argv[i + 1]));
         } else if (name == "--width") {
             options.width = static_cast<int16_t>(std::atoi(argv[i + 1]));
         } else if (name == "--height") {
@@ -361,7 +404,9 @@ int main(int argc, char** argv) {
     }
     glWindow->ResizeView(options.width, options.height);
     if (options.lastStrip < options.firstStrip) {
-        DrawScreens(options);
+        if (options.only.empty()) {
+            DrawScreens(options);
+        }
         DrawScenes(options);
     }
     for (int32_t level = options.firstStrip; level <= options.lastStrip; ++level) {

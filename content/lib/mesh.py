@@ -14,7 +14,7 @@ Up is +Y, the nose points to -Z, right is +X.
 import numpy as np
 from aob import write_aob
 
-TINY = 0.012   # radius of the little caps that stand where a pole would be
+TINY = 0.004   # radius of the little rings that stand where a pole would be; they stay open, being smaller than a pixel
 
 
 class Mesh:
@@ -217,8 +217,10 @@ def signed_volume(P):
 
 
 def _cap(ring):
-    """Quads over an even polygon, as a strip across it."""
+    """Quads over an even polygon, as a strip across it; none over a ring that nobody can see into."""
     n = len(ring)
+    if np.linalg.norm(ring - ring.mean(0), axis=1).max() < 1.5 * TINY:
+        return []
     assert n % 2 == 0, "rings need an even number of points"
     return [[ring[i], ring[i + 1], ring[n - 2 - i], ring[n - 1 - i]] for i in range(n // 2 - 1)]
 
@@ -307,6 +309,19 @@ def block(size, centre, mat, chamfer=0.05, axis="z", crease=25.0):
     return loft(rings, mat, crease=crease).move(*centre)
 
 
+def slab(size, centre, mat):
+    """Plain box: six quads, hard edges."""
+    w, h, l = (s / 2.0 for s in size)
+    quads = []
+    for axis in range(3):
+        for sign in (-1.0, 1.0):
+            n, u = np.zeros(3), np.zeros(3)
+            n[axis], u[(axis + 1) % 3] = sign, 1.0
+            v = np.cross(n, u)
+            quads.append([n - u - v, n + u - v, n + u + v, n - u + v])
+    return Mesh(np.array(quads) * (w, h, l), mat, 5).move(*centre)
+
+
 def prism(outline, y0, y1, mat, bevel=0.0, axis="y", crease=25.0):
     """Plate from an even 2D outline (strip-tessellated: keep it convex or mirror-symmetric
     about the line between its first and last point), from y0 to y1; bevel shrinks the faces
@@ -361,9 +376,9 @@ def curve(points, n):
     return np.array(out)
 
 
-def wing(stations, mat, crease=30.0, up=(0, 1, 0), edge=0.18):
+def wing(stations, mat, crease=30.0, up=(0, 1, 0), edge=0.18, keen=False):
     """Wing through stations (leading edge xyz, trailing edge xyz, thickness): eight-sided section,
-    thickest at a third of the chord, with blunt edges."""
+    thickest at a third of the chord, with blunt edges; keen makes it four-sided, with sharp ones."""
     u = np.asarray(up, float)
     rings = []
     for le, te, th in stations:
@@ -371,7 +386,7 @@ def wing(stations, mat, crease=30.0, up=(0, 1, 0), edge=0.18):
         d = te - le
         h = th / 2.0
         at = lambda f, s: le + d * f + u * h * s
-        rings.append(np.array([at(0.0, -edge), at(0.0, edge), at(0.22, 1.0), at(0.62, 0.85),
+        rings.append(np.array([at(0.3, -1.0), at(0.0, 0.0), at(0.3, 1.0), at(1.0, 0.0)]) if keen else np.array([at(0.0, -edge), at(0.0, edge), at(0.22, 1.0), at(0.62, 0.85),
                                at(1.0, edge), at(1.0, -edge), at(0.62, -0.85), at(0.22, -1.0)]))
     # the strip over the cap runs across the chord
     rings = [np.roll(r, -1, 0) for r in rings]
@@ -478,18 +493,19 @@ def capsule(p, a, b, ra, rb=None):
     return np.linalg.norm(p - a - t[:, None] * (b - a), axis=1) - (ra + (rb - ra) * t)
 
 
-def drop_hidden(mesh, pixels=360, down=-0.75, views=48):
+def drop_hidden(mesh, pixels=360, down=-0.75, views=48, within=None):
     """Drops quads that no eye outside can see (buried where parts meet), looking from many
-    directions whose height is at least `down` (nothing in the game looks straight up)."""
+    directions whose height is at least `down` (nothing in the game looks straight up).
+    within: a mesh that is always drawn around this one, and hides what is sunk in it."""
     import preview
     mesh = mesh.clean()
-    solid = mesh.P[[m.transparency == 0 and m.colour[3] >= 1 for m in mesh.mat]]
+    whole = mesh if within is None else mesh + within.clean()
+    solid = whole.P[[m.transparency == 0 and m.colour[3] >= 1 for m in whole.mat]]
     normal = mesh.face_normals()
-    lo, hi = mesh.bounds()
+    lo, hi = whole.bounds()
     centre, extent = (lo + hi) / 2, 1.02 * float(np.linalg.norm(hi - lo))
-    weights = np.array([(1, 1, 1, 1)] + [(7, 1, 1, 1), (1, 7, 1, 1), (1, 1, 7, 1), (1, 1, 1, 7)]
-                       + [(5, 5, 1, 1), (1, 5, 5, 1), (1, 1, 5, 5), (5, 1, 1, 5)], float)
-    weights /= weights.sum(1, keepdims=True)
+    u, v = (g.ravel() for g in np.meshgrid(*[(0.05, 0.275, 0.5, 0.725, 0.95)] * 2))
+    weights = np.stack([(1 - u) * (1 - v), u * (1 - v), u * v, (1 - u) * v], 1)
     points = np.einsum("kc,ncd->nkd", weights, mesh.P)
     seen = np.zeros(len(mesh), bool)
     k = np.arange(views) + 0.5

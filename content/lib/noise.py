@@ -8,17 +8,24 @@ import numpy as np
 _M = np.uint32
 
 
-def _hash(ix, iy, iz, seed):
-    h = ix.astype(np.uint32) * _M(0x8da6b343)
-    h ^= iy.astype(np.uint32) * _M(0xd8163841)
-    h ^= iz.astype(np.uint32) * _M(0xcb1ab31f)
-    h ^= _M((seed * 0x9e3779b1 + 0x7f4a7c15) & 0xffffffff)
+_FACTORS = (_M(0x8da6b343), _M(0xd8163841), _M(0xcb1ab31f))
+
+
+def _scramble(h, seed):
+    h = h ^ _M((seed * 0x9e3779b1 + 0x7f4a7c15) & 0xffffffff)
     h ^= h >> _M(15)
     h *= _M(0x2c1b3c6d)
     h ^= h >> _M(12)
     h *= _M(0x297a2d39)
     h ^= h >> _M(15)
     return h
+
+
+def _hash(ix, iy, iz, seed):
+    h = ix.astype(np.uint32) * _FACTORS[0]
+    h ^= iy.astype(np.uint32) * _FACTORS[1]
+    h ^= iz.astype(np.uint32) * _FACTORS[2]
+    return _scramble(h, seed)
 
 
 def _random(ix, iy, iz, seed):
@@ -30,7 +37,7 @@ _GRADIENTS = np.array(
     [(1, 1, 0), (-1, 1, 0), (1, -1, 0), (-1, -1, 0),
      (1, 0, 1), (-1, 0, 1), (1, 0, -1), (-1, 0, -1),
      (0, 1, 1), (0, -1, 1), (0, 1, -1), (0, -1, -1),
-     (1, 1, 0), (-1, 1, 0), (0, -1, 1), (0, -1, -1)], np.float64)
+     (1, 1, 0), (-1, 1, 0), (0, -1, 1), (0, -1, -1)], np.float64).T.copy()
 
 
 def gradient(points, seed=0, period=None):
@@ -39,27 +46,35 @@ def gradient(points, seed=0, period=None):
     With a period (an integer) the noise repeats after that many units.
     """
     points = np.asarray(points, np.float64)
-    if points.shape[-1] == 2:
-        points = np.concatenate(
-            [points, np.full(points.shape[:-1] + (1,), 0.37)], -1)
-    base = np.floor(points)
-    frac = points - base
-    cell = base.astype(np.int64)
-    fade = frac ** 3 * (frac * (frac * 6 - 15) + 10)
+    axes = [np.ascontiguousarray(points[..., k])
+            for k in range(points.shape[-1])]
+    if len(axes) == 2:
+        axes.append(np.full(points.shape[:-1], 0.37))
+    # for the lattice planes below and above, on each axis: share of the
+    # hash, distance, weight
+    planes = []
+    for p, factor in zip(axes, _FACTORS):
+        base = np.floor(p)
+        frac = p - base
+        cell = base.astype(np.int64)
+        fade = frac ** 3 * (frac * (frac * 6 - 15) + 10)
+        pair = []
+        for step in (0, 1):
+            c = cell + step
+            if period:
+                c = c % period
+            pair.append((c.astype(np.uint32) * factor, frac - step,
+                         fade if step else 1 - fade))
+        planes.append(pair)
     total = np.zeros(points.shape[:-1])
-    for dx in (0, 1):
-        for dy in (0, 1):
-            for dz in (0, 1):
-                c = cell + np.array([dx, dy, dz])
-                if period:
-                    c = c % period
-                g = _GRADIENTS[_hash(c[..., 0], c[..., 1], c[..., 2], seed)
-                               & _M(15)]
-                d = frac - np.array([dx, dy, dz])
-                w = ((fade[..., 0] if dx else 1 - fade[..., 0])
-                     * (fade[..., 1] if dy else 1 - fade[..., 1])
-                     * (fade[..., 2] if dz else 1 - fade[..., 2]))
-                total += w * (g * d).sum(-1)
+    for hx, x, wx in planes[0]:
+        for hy, y, wy in planes[1]:
+            hxy, wxy = hx ^ hy, wx * wy
+            for hz, z, wz in planes[2]:
+                g = _scramble(hxy ^ hz, seed) & _M(15)
+                total += wxy * wz * (_GRADIENTS[0][g] * x
+                                     + _GRADIENTS[1][g] * y
+                                     + _GRADIENTS[2][g] * z)
     return total
 
 

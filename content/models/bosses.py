@@ -126,7 +126,7 @@ def boss1(images):
     s.shade(1 + 0.16 * s.noise(0.9, 5, 61))
     _, border = s.cells(0.45, 71, mirror=True)
     s.fill((0.50, 0.30, 0.20), 0.55 * smooth(0.08, 0.0, border))
-    for z0, z1, w, h, y in PLATES:              # blood along each plate's rear edge, light along its front
+    for z0, z1, w, h, y in PLATES[2:]:      # blood along the plates' rear edges
         u = np.linspace(0.5, 1, 9)
         side = np.abs(2 * u - 1)
         x = 1.07 * w * np.sin(np.radians(-70 + 140 * u))
@@ -137,9 +137,15 @@ def boss1(images):
     for x, z, r in ((4.75, 1.0, 0.62), (6.5, 0.75, 0.55)):
         s.shape(s.disc(x, -z, r, mirror=True), RED)
         s.shape(s.disc(x, -z, r * 0.55, mirror=True), IVORY)
-    # an eye-mark on the widest plate, to stare at who looks down on it
-    s.shape(s.disc(1.7, -0.35, 0.75, 0.5, mirror=True), RED)
-    s.shape(s.disc(1.7, -0.35, 0.34, 0.34, mirror=True), (0.15, 0.03, 0.04))
+    # slanted eye-marks on the widest plate, to stare at who looks down on it
+    s.shape(s.poly([(0.80, 0.22), (1.60, 0.02), (2.70, -0.95), (1.70, -0.72)], True) - 0.06, (0.30, 0.05, 0.05), 0.9)
+    s.shape(s.poly([(0.95, 0.12), (1.60, -0.06), (2.45, -0.78), (1.68, -0.60)], True), (1.0, 0.50, 0.10))
+    s.shape(s.disc(1.62, -0.30, 0.20, 0.30, mirror=True), (0.12, 0.02, 0.03))
+    # blades of blood from them towards the head
+    for blade in ([(0, 0.10), (0.26, 0.75), (0.10, 2.20), (0, 2.60)], [(0.75, 0.75), (1.02, 0.85), (0.72, 2.10), (0.62, 2.10)],
+                  [(1.55, 0.60), (1.85, 0.62), (1.35, 1.85), (1.25, 1.80)]):
+        s.shape(s.poly(blade, True) - 0.05, (0.30, 0.05, 0.05), 0.8, 0.05)
+        s.shape(s.poly(blade, True), RED, 0.92)
     s.occlude(0.8, (0.2, 0.9), 0.3)
     p_top = Material("plates top", (1, 1, 1), luminosity=0.06, textures=[s.save(images)], **CHITIN)
     p_side = Material("plates side", (0.86, 0.74, 0.60), luminosity=0.10, **CHITIN)
@@ -149,10 +155,10 @@ def boss1(images):
     iron = Material("cannon iron", (0.42, 0.40, 0.44), specular=(0.6, 0.6, 0.6), shininess=0.4)
     fire = glow("boss1 fire", (1.0, 0.42, 0.05))
     shot = glow("boss1 muzzle", (0.15, 0.95, 0.40))
-    gun = lathe([(0.2, 0.80), (-1.0, 0.80), (-1.15, 0.56), (-2.3, 0.50), (-2.4, 0.66), (-2.9, 0.66), (-3.0, 0.45)], 10, iron, caps=(False, False))
-    gun += lathe([(-2.90, 0.52), (-3.02, 0.38), (-3.1, 0.06)], 10, shot, caps=(False, True))
+    gun = lathe([(0.2, 0.80), (-1.0, 0.80), (-1.15, 0.56), (-2.3, 0.50), (-2.4, 0.66), (-2.9, 0.66), (-3.0, 0.45)], 8, iron, caps=(False, False))
+    gun += lathe([(-2.90, 0.52), (-3.02, 0.38), (-3.1, 0.06)], 8, shot, caps=(False, True))
     for z in (-1.45, -1.95):
-        gun += lathe([(z + 0.14, 0.50), (z, 0.68), (z - 0.14, 0.50)], 10, shot, caps=(False, False))
+        gun += lathe([(z + 0.14, 0.50), (z, 0.68), (z - 0.14, 0.50)], 8, shot, caps=(False, False))
     claw = horn([(0.55, 0.75, 0.2), (0.9, 1.35, -1.2), (0.8, 1.15, -2.8), (0.2, 0.8, -4.1)], [0.38, 0.36, 0.28, 0.02], bone, 6, 7)
     gun += claw + claw.copy().mirror("y")
     gun += horn([(-0.7, 0, 0.2), (-1.35, 0, -1.2), (-1.15, 0, -2.8), (-0.75, 0, -3.9)], [0.38, 0.36, 0.28, 0.02], bone, 6, 7)
@@ -169,8 +175,8 @@ def boss1(images):
     m += cube_sphere((1.25, 0.72, 0.8), 4, fire, (0, -0.62, -3.55))
     for k in range(6):
         x = -1.15 + 0.46 * k
-        m += lathe([(0, 0.15), (0.55, 0.02)], 6, bone, axis="y", caps=(False, True)).mirror("y").move(x, 0.16 - 0.16 * abs(x), -4.45 + 0.35 * abs(x))
-        m += lathe([(0, 0.15), (0.50, 0.02)], 6, bone, axis="y", caps=(False, True)).move(x, -1.45 + 0.16 * abs(x), -4.2 + 0.30 * abs(x))
+        m += lathe([(0, 0.15), (0.55, 0)], 4, bone, axis="y", caps=(False, True)).mirror("y").move(x, 0.16 - 0.16 * abs(x), -4.45 + 0.35 * abs(x))
+        m += lathe([(0, 0.15), (0.50, 0)], 4, bone, axis="y", caps=(False, True)).move(x, -1.45 + 0.16 * abs(x), -4.2 + 0.30 * abs(x))
     for z, x in ((-2.2, 2.35), (-0.6, 3.35), (1.1, 3.6), (2.8, 2.75), (4.2, 1.75)):
         m += cube_sphere((0.40, 0.30, 0.26), 2, fire, (x, 0.62, z + 0.75)).mirrored()
     return m
@@ -274,7 +280,8 @@ def boss2(images):
     return m
 
 
-def build(out_dir):
+def build(out_dir, names):
     objects, images = os.path.join(out_dir, "Objects"), os.path.join(out_dir, "images")
-    drop_hidden(boss1(images)).save(os.path.join(objects, "boss1.aob"))
-    drop_hidden(boss2(images)).save(os.path.join(objects, "boss2.aob"))
+    for name, make in (("boss1", boss1), ("boss2", boss2)):
+        if name in names:
+            drop_hidden(make(images)).save(os.path.join(objects, name + ".aob"))

@@ -34,7 +34,7 @@ def aim(m, direction):
     return m.transform(np.stack([x, y, -d], 1))
 
 
-def body(stations, mat, n=10, power=2.2, crease=55):
+def body(stations, mat, n=8, power=2.2, crease=55):
     """Loft of superelliptic sections: (z, width, height, y)."""
     return loft([ring_at(section_round(w, h, n, power), z, 0, y) for z, w, h, y in stations], mat, crease=crease)
 
@@ -57,6 +57,12 @@ def skins(name, shape, images, paint, top=256, side=(256, 128), lum=0.10, kw=CHI
     paint(s_side, "side")
     return (Material(name + " top", (1, 1, 1), luminosity=lum, textures=[s_top.save(images)], **kw),
             Material(name + " side", (1, 1, 1), luminosity=lum, textures=[s_side.save(images)], **kw))
+
+
+def faced(m, only, top, side, face, lean=0.45):
+    """Skins by direction, but whatever leans towards the nose takes the face: that is all one sees from ahead."""
+    m.by_direction(only, top, side, face)
+    return m.paint(lambda c, n, old: face if old in (top, side) and n[2] < -lean else old)
 
 
 # ---------------------------------------------------------------- Dravek
@@ -84,13 +90,15 @@ def dravek(images):
                 s.line([(z, 0.6), (z + 0.1, -0.4)], 0.07, DEEP, 0.8)
             s.shape(s.rect(0.7, 0.9, 1.2, 1.4), BONE, 0.9)
         s.occlude(0.9, (0.08, 0.3), 0.35)
-    top, side = skins("dravek", m, images, paint)
-    m.by_direction(skin, top, side, Material("dravek face", (0.80, 0.11, 0.06), luminosity=0.45, **CHITIN))
-    eye = glow("dravek eye", (1.0, 0.72, 0.08), 1.0)
-    m += gem(0.27, 0.20, eye, 8).move(0, 0.02, -1.0)
-    m += aim(gem(0.13, 0.09, eye), (0.35, 1, -0.4)).move(0.30, 0.44, -0.48).mirrored()
-    m += aim(gem(0.12, 0.10, glow("dravek horn light", (1.0, 0.40, 0.05))), (0, 0, -1)).move(1.37, 0.40, -1.30).mirrored()
-    m += aim(gem(0.12, 0.14, eye), (0, 0.1, -1)).move(0, 1.18, 0.98)
+    top, side = skins("dravek", m, images, paint, lum=0.2)
+    faced(m, skin, top, side, Material("dravek face", (1.0, 0.38, 0.24), luminosity=0.75, **CHITIN))
+    eye = glow("dravek eye", (1.0, 0.84, 0.22), 1.0)
+    m += gem(0.34, 0.20, eye, 8).move(0, 0.04, -0.98)
+    m += aim(gem(0.14, 0.09, eye, 4), (0.35, 1, -0.4)).move(0.30, 0.44, -0.48).mirrored()
+    # the horns' inner edges burn, and their tips
+    m += tube(curve([(0.52, 0.12, -0.30), (1.02, 0.16, 0.03), (1.27, 0.26, -0.18), (1.36, 0.36, -0.72), (1.34, 0.41, -1.34)], 6),
+              [0.06, 0.10, 0.11, 0.10, 0.09, 0.14], 4, glow("dravek blades", (1.0, 0.50, 0.30)), caps=(False, True), crease=95).mirrored()
+    m += aim(gem(0.16, 0.14, eye), (0, 0.1, -1)).move(0, 1.15, 0.98)
     return m
 
 
@@ -109,7 +117,7 @@ def jalka(images):
         p[:, 2] *= k
         return p
     m = bell.bend(scallop)
-    leg = tube(curve([(0, -0.10, -0.95), (0, -0.02, -1.55), (0, -0.62, -1.68), (0, -1.35, -1.30)], 5), [0.24, 0.23, 0.20, 0.15, 0.02], 6, skin, caps=(False, True), crease=75)
+    leg = tube(curve([(0, -0.10, -0.95), (0, -0.02, -1.55), (0, -0.62, -1.68), (0, -1.35, -1.30)], 5), [0.24, 0.23, 0.20, 0.15, 0], 5, skin, caps=(False, True), crease=75)
     m += leg.spread(5, "y", 36)
 
     def paint(s, side):
@@ -125,13 +133,13 @@ def jalka(images):
             s.fill(DEEP, 0.6 * smooth(-0.5, -1.4, s.B))
         s.occlude(0.8, (0.08, 0.3), 0.3)
     top, side = skins("jalka", m, images, paint, side=(256, 128), lum=0.15)
-    m.by_direction(skin, top, side, side_on_front(side))
-    core = glow("jalka core", (0.62, 1.0, 0.12))
+    faced(m, skin, top, side, side_on_front(side))
+    core = glow("jalka core", (0.66, 1.0, 0.14))
     m += lathe([(0.76, 0.34), (0.92, 0.26), (1.0, 0.06)], 8, core, axis="y", crease=80)
-    m += lathe([(-0.12, 0.80), (-0.38, 0.72), (-0.62, 0.40), (-0.70, 0.06)], 10, glow("jalka belly", (0.50, 0.85, 0.08), 0.9), axis="y", crease=80)
+    m += lathe([(-0.12, 0.80), (-0.38, 0.72), (-0.62, 0.40), (-0.70, 0.06)], 10, core, axis="y", crease=80)
     eye = glow("jalka eyes", (1.0, 0.92, 0.30))
-    m += gem(0.24, 0.18, eye, 8).move(0, 0.12, -1.06)
-    m += aim(gem(0.14, 0.12, eye), (0.4, 0.2, -1)).move(0.46, 0.16, -1.08).mirrored()
+    m += gem(0.27, 0.18, eye, 8).move(0, 0.12, -1.07)
+    m += aim(gem(0.18, 0.12, eye), (0.4, 0.2, -1)).move(0.50, 0.16, -1.06).mirrored()
     return m
 
 
@@ -140,7 +148,7 @@ def side_on_front(m):
     from aob import Texture
     t = m.textures[0]
     turn = lambda p: (p[2], p[1], 0.0, p[3])
-    return Material(m.name + " front", m.colour, luminosity=m.luminosity + 0.1, specular=m.specular, shininess=m.shininess,
+    return Material(m.name + " front", m.colour, luminosity=m.luminosity + 0.75, specular=m.specular, shininess=m.shininess,
                     textures=[Texture(t.name, "R", turn(t.s_plane), turn(t.t_plane))])
 
 
@@ -171,16 +179,18 @@ def dravek2(images):
             for z in (0.2, 0.5, 0.8):
                 s.line([(z, 0.45), (z + 0.35, 0.95)], 0.05, DEEP, 0.8)
         s.occlude(0.9, (0.08, 0.3), 0.35)
-    top, side = skins("dravek2", m, images, paint)
-    m.by_direction(skin, top, side, Material("dravek2 face", (0.62, 0.20, 0.90), luminosity=0.5, **CHITIN))
-    hot = glow("dravek2 muzzle", (1.0, 0.25, 0.85))
-    m += lathe([(-1.66, 0.13), (-1.74, 0.17), (-1.86, 0.15), (-1.95, 0.05)], 6, hot, caps=(False, True), crease=80).move(0.50, 0, 0).mirrored()
+    top, side = skins("dravek2", m, images, paint, lum=0.18)
+    faced(m, skin, top, side, Material("dravek2 face", (0.78, 0.40, 1.0), luminosity=0.75, **CHITIN), 0.3)
+    hot = glow("dravek2 muzzle", (1.0, 0.36, 0.90))
+    m += lathe([(-1.66, 0.13), (-1.74, 0.17), (-1.86, 0.16), (-1.95, 0.05)], 6, hot, caps=(False, True), crease=80).move(0.50, 0, 0).mirrored()
     eye = glow("dravek2 eyes", (0.35, 0.95, 1.0))
-    slit = tube([(0.06, 0.06, -0.90), (0.22, 0.13, -0.86), (0.40, 0.24, -0.66)], [0.10, 0.12, 0.03], 6, eye)
+    slit = tube([(0.06, 0.06, -0.92), (0.24, 0.14, -0.88), (0.46, 0.28, -0.66)], [0.13, 0.15, 0.03], 6, eye)
     m += slit.mirrored()
     # burning leading edges
-    m += tube([(0.50, 0.12, -0.36), (1.10, 0.10, 0.08), (1.90, -0.56, 1.20)], [0.05, 0.075, 0.03], 4, hot, caps=(False, True), crease=95).mirrored()
-    m += gem(0.13, 0.1, hot).mirror("z").move(0, 0.05, 1.55)
+    m += tube([(0.50, 0.12, -0.36), (1.10, 0.10, 0.08), (1.90, -0.56, 1.20)], [0.09, 0.12, 0.05], 4, hot, caps=(False, True), crease=95).mirrored()
+    # a keen edge on the fin, too
+    m += tube([(0, 0.42, -0.08), (0, 1.00, 0.92)], [0.07, 0.05], 4, hot, caps=(False, False), crease=95)
+    m += gem(0.13, 0.1, hot, 4).mirror("z").move(0, 0.05, 1.55)
     return m
 
 
@@ -190,8 +200,8 @@ def fryjahn(images):
     GOLD, DEEP, LIGHT = (0.95, 0.66, 0.12), (0.30, 0.14, 0.02), (1.0, 0.92, 0.55)
     skin = Material("shell", GOLD)
     m = body([(-0.55, 0.80, 0.80, 0), (-0.2, 1.18, 1.18, 0), (0.35, 1.30, 1.30, 0), (0.95, 0.95, 0.95, 0), (1.45, 0.36, 0.36, 0)], skin, n=8, power=2.0)
-    arm = tube(curve([(0.30, 0.30, 0.55), (1.02, 1.02, 0.72), (1.30, 1.30, 0.20), (1.18, 1.18, -0.45), (1.0, 1.0, -0.95)], 6),
-               [0.34, 0.35, 0.37, 0.31, 0.22, 0.15], 6, skin, caps=(False, False), crease=75)
+    arm = tube(curve([(0.30, 0.30, 0.55), (1.02, 1.02, 0.72), (1.24, 1.24, 0.20), (1.16, 1.16, -0.45), (1.0, 1.0, -0.95)], 5),
+               [0.34, 0.36, 0.36, 0.27, 0.15], 6, skin, caps=(False, False), crease=75)
     blade = tube([(1.15, 1.15, 0.40), (1.36, 1.36, 0.72), (1.46, 1.46, 1.25)], [0.30, 0.22, 0.02], 4, skin, caps=(False, True))
     quarter = arm + blade
     m += quarter.mirrored("x").mirrored("y")
@@ -205,17 +215,19 @@ def fryjahn(images):
         s.fill(DEEP, 0.75 * smooth(0.5, 0.75, B) * smooth(0.7, 0.8, A))
         s.occlude(0.8, (0.08, 0.3), 0.3)
     top, side = skins("fryjahn", m, images, paint, side=(256, 128), lum=0.08)
-    m.by_direction(skin, top, side, Material("fryjahn face", (0.80, 0.52, 0.10), luminosity=0.4, **CHITIN))
-    hot = glow("fryjahn muzzle", (1.0, 0.35, 0.80))
-    muzzle = lathe([(-0.88, 0.16), (-1.0, 0.19), (-1.16, 0.10)], 6, hot, caps=(False, True), crease=80).move(1.0, 1.0, 0)
+    faced(m, skin, top, side, Material("fryjahn face", (1.0, 0.72, 0.22), luminosity=0.7, **CHITIN))
+    hot = glow("fryjahn muzzle", (1.0, 0.46, 0.88))
+    core = glow("fryjahn core", (0.30, 0.90, 1.0))
+    muzzle = lathe([(-0.88, 0.18), (-1.0, 0.23), (-1.16, 0.12)], 6, hot, caps=(False, True), crease=80).move(1.0, 1.0, 0)
     m += muzzle.mirrored("x").mirrored("y")
-    m += lathe([(-0.50, 0.38), (-0.62, 0.40), (-0.80, 0.30), (-0.90, 0.08)], 8, glow("fryjahn core", (0.25, 0.85, 1.0)), crease=80)
-    m += gem(0.14, 0.12, glow("fryjahn pupil", (1.0, 1.0, 0.95)), 6).move(0, 0, -0.84)
-    m += gem(0.20, 0.14, glow("fryjahn tail", (0.25, 0.85, 1.0))).mirror("z").move(0, 0, 1.42)
+    m += lathe([(-0.50, 0.42), (-0.62, 0.45), (-0.80, 0.34), (-0.90, 0.08)], 8, core, crease=80)
+    m += gem(0.15, 0.12, hot).move(0, 0, -0.84)
+    m += gem(0.20, 0.14, core).mirror("z").move(0, 0, 1.42)
     return m
 
 
-def build(out_dir):
+def build(out_dir, names):
     objects, images = os.path.join(out_dir, "Objects"), os.path.join(out_dir, "images")
     for name, make in (("Dravek", dravek), ("jalka", jalka), ("Dravek2Shot", dravek2), ("Fryjahn", fryjahn)):
-        drop_hidden(make(images)).save(os.path.join(objects, name + ".aob"))
+        if name in names:
+            drop_hidden(make(images)).save(os.path.join(objects, name + ".aob"))

@@ -312,10 +312,12 @@ def studio_logo(out_dir):
     model.save(os.path.join(out_dir, 'Objects', 'logo.aob'))
 
 
-def build(out_dir):
+def build(out_dir, names):
     images = os.path.join(out_dir, 'images')
-    tga.write_tga(os.path.join(images, 'logo_face.tga'), nebula_face())
-    tga.write_tga(os.path.join(images, 'logo_steel.tga'), steel_face())
     tga.write_tga(os.path.join(images, 'floor.tga'), floor_picture())
-    program_logo(out_dir)
-    studio_logo(out_dir)
+    if 'Nebulorix' in names:
+        tga.write_tga(os.path.join(images, 'logo_face.tga'), nebula_face())
+        program_logo(out_dir)
+    if 'logo' in names:
+        tga.write_tga(os.path.join(images, 'logo_steel.tga'), steel_face())
+        studio_logo(out_dir)

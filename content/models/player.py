@@ -46,6 +46,7 @@ def glow(name, colour, luminosity=0.9, **kw):
     return Material(name, colour, luminosity=luminosity, **kw)
 
 
+PLAIN = Material("plain", WHITE)
 GLASS = Material("canopy", (0.34, 0.62, 1.0), specular=(1, 1, 1), shininess=0.7, luminosity=0.18, reflection=0.35)
 
 
@@ -59,46 +60,50 @@ def nose_section(w, h, z, y=0.0):
 
 def build_hull(body, dark, small=False):
     """Parts that take the hull's skin, and those of dark metal."""
-    m = loft([nose_section(w, h, z, y) for z, w, h, y in (
-        (-3.30, 0.16, 0.10, -0.06), (-3.05, 0.34, 0.20, -0.06), (-2.3, 0.62, 0.40, -0.03), (-1.3, 0.98, 0.64, 0.02),
-        (-0.2, 1.30, 0.84, 0.04), (1.0, 1.36, 0.90, 0.05), (1.9, 1.16, 0.78, 0.05), (2.3, 0.92, 0.56, 0.03))], body,
-        crease=32)
+    frames = ((-3.30, 0.16, 0.10, -0.06), (-3.05, 0.34, 0.20, -0.06), (-2.3, 0.62, 0.40, -0.03), (-1.3, 0.98, 0.64, 0.02),
+              (-0.2, 1.30, 0.84, 0.04), (1.0, 1.36, 0.90, 0.05), (1.9, 1.16, 0.78, 0.05), (2.3, 0.92, 0.56, 0.03))
+    m = loft([nose_section(w, h, z, y) for z, w, h, y in (frames[::2] + frames[-1:] if small else frames)], body, crease=32)
     # wings: long root, kinked leading edge, light dihedral
     m += wing([((0.45, -0.08, -1.25), (0.45, -0.08, 2.05), 0.40), ((1.15, -0.06, 0.05), (1.15, -0.06, 2.05), 0.30),
                ((TIP_X, 0.08, 1.00), (TIP_X, 0.08, 2.05), 0.13)], body).mirrored()
     # canted tail fins
     m += wing([((0.80, 0.12, 0.95), (0.80, 0.12, 2.25), 0.16), ((1.08, 1.18, 1.85), (1.08, 1.18, 2.55), 0.07)], body,
-              up=(1, -0.26, 0)).mirrored()
+              up=(1, -0.26, 0), keen=True).mirrored()
     # nose planes
     m += wing([((0.30, -0.02, -2.05), (0.30, -0.02, -1.35), 0.13), ((1.12, 0.04, -1.45), (1.12, 0.04, -1.08), 0.06)],
-              body).mirrored()
+              body, keen=True).mirrored()
     if small:
         return m
     # keel
-    m += wing([((0, -0.28, 0.75), (0, -0.28, 1.95), 0.14), ((0, -0.78, 1.45), (0, -0.78, 2.0), 0.06)], body, up=(1, 0, 0))
+    m += wing([((0, -0.28, 0.75), (0, -0.28, 1.95), 0.14), ((0, -0.78, 1.45), (0, -0.78, 2.0), 0.06)], body, up=(1, 0, 0), keen=True)
     # intakes beside the cockpit, running back into the engine shoulders
     shoulder = loft([ring_at(section_box(w, h, 0.11), z, x, y) for z, x, w, h, y in (
         (-0.55, 0.74, 0.40, 0.36, 0.08), (0.3, 0.80, 0.50, 0.48, 0.07), (1.3, TWIN_X, 0.56, 0.54, 0.05),
         (2.2, TWIN_X, 0.50, 0.48, ENGINE_Y))], body, crease=30)
     m += shoulder.mirrored()
-    m += box((0.28, 0.22, 0.16), (0.74, 0.09, -0.56), dark, 0.03).mirrored()
+    m += slab((0.28, 0.22, 0.16), (0.74, 0.09, -0.56), dark).mirrored()
     # dorsal spine
     m += loft([ring_at(section_box(w, h, 0.08), z, 0, y) for z, w, h, y in (
         (-0.05, 0.44, 0.30, 0.44), (0.9, 0.40, 0.34, 0.52), (1.8, 0.26, 0.30, 0.46), (2.35, 0.14, 0.16, 0.34))], body,
         crease=30)
     # wing tip rails
-    m += lathe([(0.30, 0.03), (0.55, 0.12), (0.9, 0.15), (1.9, 0.15), (2.28, 0.05)], 8, body
+    m += lathe([(0.30, 0.03), (0.7, 0.14), (1.9, 0.15), (2.28, 0.05)], 8, body, caps=(False, True)
                ).move(TIP_X, 0.08, 0).mirrored()
     # tail plate with the engine mounts
-    m += box((0.70, 0.44, 0.22), (0, ENGINE_Y, 2.28), dark, 0.06)
-    m += box((0.40, 0.38, 0.20), (TWIN_X, ENGINE_Y, 2.22), dark, 0.05).mirrored()
+    m += block((0.70, 0.44, 0.22), (0, ENGINE_Y, 2.28), dark, 0.06)
+    m += block((0.40, 0.38, 0.20), (TWIN_X, ENGINE_Y, 2.22), dark, 0.05).mirrored()
     return m
 
 
-def canopy():
+def hull_shape():
+    """The hull as engines and guns meet it: what is sunk in it need not be drawn."""
+    return build_hull(PLAIN, PLAIN) + canopy()
+
+
+def canopy(step=1):
     return loft([ring_at(section_round(w, h, 8, 2.2), z, 0, y) for z, w, h, y in (
         (-1.78, 0.10, 0.06, 0.24), (-1.55, 0.34, 0.26, 0.27), (-1.05, 0.50, 0.46, 0.36), (-0.5, 0.54, 0.54, 0.42),
-        (-0.1, 0.46, 0.48, 0.44), (0.12, 0.34, 0.36, 0.44))], GLASS, crease=60)
+        (-0.1, 0.46, 0.48, 0.44), (0.12, 0.34, 0.36, 0.44))[::step]], GLASS, crease=60)
 
 
 def paint_top(skin):
@@ -155,7 +160,7 @@ def paint_side(skin):
     s.occlude(0.6, (0.10, 0.3), 0.2)
 
 
-def build(out_dir):
+def build(out_dir, names):
     objects, images = os.path.join(out_dir, "Objects"), os.path.join(out_dir, "images")
     trim_texture(images)
     body = Material("hull", WHITE)
@@ -172,18 +177,21 @@ def build(out_dir):
     hull.by_direction(body, m_top, m_side, m_front, bias=1.25)
     lamps = glow("intake light", (0.20, 0.55, 1.0), 0.9)
     parts = hull + canopy()
-    parts += box((0.20, 0.07, 0.06), (0.74, 0.09, -0.645), lamps, 0.015).mirrored()
-    parts += box((0.05, 0.05, 0.5), (TIP_X + 0.155, 0.08, 1.35), glow("tip light", (1.0, 0.42, 0.05), 0.9), 0.015).mirrored()
-    drop_hidden(parts).save(os.path.join(objects, "PlayerBase.aob"))
+    parts += slab((0.20, 0.07, 0.06), (0.74, 0.09, -0.645), lamps).mirrored()
+    parts += slab((0.05, 0.05, 0.5), (TIP_X + 0.155, 0.08, 1.35), glow("tip light", (1.0, 0.42, 0.05), 0.9)).mirrored()
+    if "PlayerBase" in names:
+        drop_hidden(parts).save(os.path.join(objects, "PlayerBase.aob"))
 
     # lives icon: the bare hull at a third, on the same pictures
     k = 2.0 / 5.8
     icon = build_hull(body, dark, small=True).by_direction(
         body, icon_skin("icon top", t_top, k), icon_skin("icon side", t_side, k),
-        Material("icon ends", (0.62, 0.66, 0.73)), bias=1.25) + canopy()
-    icon += lathe([(2.1, 0.34), (2.5, 0.34), (2.62, 0.24)], 8, glow("icon flame", (0.25, 0.6, 1.0), 1.0))
-    drop_hidden(icon.scale(k)).save(os.path.join(objects, "PlayerBase-small.aob"))
-    aiming_ring().save(os.path.join(objects, "Target.aob"))
+        Material("icon ends", (0.62, 0.66, 0.73)), bias=1.25) + canopy(2)
+    icon += lathe([(2.1, 0.34), (2.5, 0.34), (2.62, 0.24)], 6, glow("icon flame", (0.25, 0.6, 1.0), 1.0))
+    if "PlayerBase-small" in names:
+        drop_hidden(icon.scale(k)).save(os.path.join(objects, "PlayerBase-small.aob"))
+    if "Target" in names:
+        aiming_ring().save(os.path.join(objects, "Target.aob"))
 
 
 def icon_skin(name, t, k):

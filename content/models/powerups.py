@@ -18,8 +18,8 @@ import noise  # noqa: E402
 import paint  # noqa: E402
 import tga  # noqa: E402
 from aob import Material, Texture  # noqa: E402
-from mesh import (Mesh, box, lathe, loft, section_box, ring_at,  # noqa: E402
-                  tube, wing)
+from mesh import (Mesh, box, lathe, loft, drop_hidden, ring_at,  # noqa: E402
+                  section_box, slab, tube, wing)
 
 METAL = 'pup_metal.tga'
 
@@ -86,32 +86,30 @@ def hoop(z, radius, material, width=0.09, thick=0.08, n=12):
     return loft(rings, material, closed=True, crease=40)
 
 
+GLOWS = {}      # of the hoops, by colour
+
+
+def hoop_glow(colour):
+    return GLOWS.setdefault(colour, light('hoop', colour, 0.75))
+
+
 def hoops(colour, radius=0.86, z=0.78):
-    glow = light('hoop', colour, 0.75)
+    glow = hoop_glow(colour)
     return hoop(-z, radius, glow) + hoop(z, radius, glow)
 
 
 def plus(size, thick, depth, material):
-    """A cross of two bars in the X-Y plane."""
-    return slab((size, thick, depth), (0, 0, 0), material) + \
-        slab((thick, size, depth * 1.02), (0, 0, 0), material)
-
-
-def slab(size, centre, material):
-    """Six quads, hard edges."""
-    w, h, l = (s / 2.0 for s in size)
-    quads = []
-    for axis in range(3):
-        for sign in (-1, 1):
-            n = np.zeros(3)
-            n[axis] = sign
-            u = np.zeros(3)
-            u[(axis + 1) % 3] = 1
-            v = np.cross(n, u)
-            quads.append([n + (-u - v), n + (u - v), n + (u + v),
-                          n + (-u + v)])
-    quads = np.array(quads) * (w, h, l) + np.array(centre)
-    return Mesh(quads, material, crease=5)
+    """A raised cross in the X-Y plane, its face towards +Z."""
+    w, h = thick / 2, size / 2
+    outline = [(w, -h), (w, -w), (h, -w), (h, w), (w, w), (w, h)]
+    outline += [(-x, -y) for x, y in outline]
+    top = [[(x0, y0, 0), (x1, y0, 0), (x1, y1, 0), (x0, y1, 0)]
+           for x0, y0, x1, y1 in ((-w, -h, w, h), (w, -w, h, w),
+                                  (-h, -w, -w, w))]
+    sides = [[(ax, ay, -depth), (bx, by, -depth), (bx, by, 0), (ax, ay, 0)]
+             for (ax, ay), (bx, by) in zip(outline,
+                                           outline[1:] + outline[:1])]
+    return Mesh(np.array(top + sides, float), material, crease=5)
 
 
 def fins(count, material, root, tip, span, thick=0.07, start=0.0, base=0.2):
@@ -152,10 +150,11 @@ def laser(count):
     n = 8 if count == 1 else 6
     model = Mesh()
     for k in range(count):
-        barrel = lathe([(-1.0, size * .55), (-.86, size * .9), (-.5, size),
-                        (.55, size), (.9, size * .7)], n, frame, crease=35)
-        core = lathe([(-1.04, .03), (-1.02, size * .42), (-.98, size * .42)],
-                     n, bolt, caps=(True, False))
+        barrel = lathe([(-1.0, size * .6), (-.84, size), (.62, size),
+                        (.9, size * .7)], n, frame, crease=35,
+                       caps=(False, True))
+        core = lathe([(-1.04, .02), (-.99, size * .62)], n, bolt,
+                     caps=(False, False))
         a = 2 * np.pi * (k + .5) / count
         model = model + (barrel + core).move(ring * np.cos(a),
                                              ring * np.sin(a), 0)
@@ -163,34 +162,33 @@ def laser(count):
     outer = ring + size + 0.08
     for k in range(count):
         z = (k - (count - 1) / 2.0) * (0.30 if count < 4 else 0.26)
-        model = model + lathe([(z - .09, outer - .05), (z - .06, outer),
-                               (z + .06, outer), (z + .09, outer - .05)], 8,
+        model = model + lathe([(z - .09, outer - .04), (z - .03, outer),
+                               (z + .03, outer), (z + .09, outer - .04)]
+                              if count < 3 else
+                              [(z - .08, outer), (z + .08, outer)], 8,
                               bolt, caps=(True, True), crease=30)
     if count > 1:
-        model = model + lathe([(-.62, ring * .5), (-.55, ring * 1.1),
-                               (.62, ring * 1.1), (.7, ring * .5)], 6, dark)
+        model = model + lathe([(-.6, ring * 1.1), (.66, ring * 1.1)], 6, dark)
     return model + hoops(RED)
 
 
 def cannon():
     iron, gold = metal('gun steel', (0.66, 0.69, 0.76), 0.16), brass()
     fire = light('charge', BOLTS[5], 0.95)
+    glow = hoop_glow(RED)
     model = lathe([(-.86, .33), (-.90, .46), (-.72, .46), (-.66, .36),
-                   (.10, .40), (.18, .50), (.60, .50), (.76, .34),
-                   (.84, .12)], 10, iron, crease=30,
-                  caps=(False, True))
+                   (.10, .40), (.18, .50), (.62, .50), (.82, .22)], 10, iron,
+                  crease=30, caps=(False, True))
     model = model + lathe([(-.86, .33), (-.66, .28)], 10, iron,
                           caps=(False, False)).flip()
     # the shell looks out of the muzzle
     model = model + lathe([(-1.14, .04), (-1.06, .17), (-.94, .25),
                            (-.72, .29)], 10, fire, caps=(True, False),
                           crease=60)
-    for z, r in ((-.42, .43), (-.12, .45), (.38, .56)):
-        model = model + lathe([(z - .08, r - .06), (z - .05, r), (z + .05, r),
-                               (z + .08, r - .06)], 10, gold,
-                              caps=(False, False), crease=30)
-    return model + hoop(-.58, .80, light('hoop', RED, .75)) \
-        + hoop(.66, .86, light('hoop', RED, .75))
+    for z, r in ((-.42, .44), (-.12, .46), (.38, .57)):
+        model = model + lathe([(z - .09, r - .07), (z, r), (z + .09, r - .07)],
+                              10, gold, caps=(False, False), crease=30)
+    return model + hoop(-.58, .80, glow) + hoop(.66, .86, glow)
 
 
 def extra_bullet():
@@ -206,25 +204,22 @@ def autofire():
     fire = light('muzzle', BOLTS[5], 0.9)
     model = lathe([(.05, .30), (.12, .44), (.62, .44), (.86, .24)], 10, frame,
                   crease=30)
-    for k in range(5):
-        a = 2 * np.pi * k / 5
-        barrel = lathe([(-1.0, .105), (.1, .105)], 6, frame,
+    for k in range(4):
+        barrel = lathe([(-1.0, .12), (.1, .12)], 6, frame,
                        caps=(True, False))
-        model = model + barrel.move(.27 * np.cos(a), .27 * np.sin(a), 0)
+        model = model + barrel.move(.26, 0, 0).rotate('z', 45 + 90 * k)
     model = model + lathe([(-1.06, .03), (-.92, .15), (-.7, .15)], 6, fire,
                           caps=(True, False))
-    model = model + lathe([(-.72, .38), (-.68, .43), (-.60, .43),
-                           (-.56, .38)], 10, dark, crease=30)
+    model = model + lathe([(-.72, .43), (-.56, .43)], 8, dark, crease=30)
     # the belt: cartridges all round, held by a band
-    model = model + lathe([(-.02, .48), (.02, .60), (.20, .60), (.24, .48)],
-                          10, light('band', RED, .5), caps=(False, False),
+    model = model + lathe([(-.04, .48), (.11, .61), (.26, .48)], 10,
+                          hoop_glow(RED), caps=(False, False),
                           crease=30)
-    for k in range(8):
-        shell = lathe([(.34, .085), (-.10, .085)], 4, case,
+    for k in range(6):
+        shell = lathe([(.34, .10), (-.10, .10)], 4, case,
                       caps=(True, False))
-        nose = lathe([(-.10, .08), (-.26, .05), (-.38, .0)], 4, tip,
-                     caps=(False, True))
-        model = model + (shell + nose).move(.56, 0, 0).rotate('z', 45. * k)
+        nose = lathe([(-.10, .10), (-.40, .0)], 4, tip, caps=(False, True))
+        model = model + (shell + nose).move(.57, 0, 0).rotate('z', 60. * k)
     return model + hoops(RED, 0.88, 0.84)
 
 
@@ -233,7 +228,7 @@ def autofire():
 def dumbfire():
     body = metal('green drab', (0.62, 0.72, 0.40), 0.16)
     nose = plain('red nose', (1.0, 0.16, 0.10), 0.3)
-    band = light('band', YELLOW, 0.6)
+    band = hoop_glow(YELLOW)
     dark = gunmetal()
     model = lathe([(-1.0, .10), (-.93, .26), (-.78, .38), (-.58, .44)], 10,
                   nose, crease=50)
@@ -257,8 +252,6 @@ def homing():
     model = model + lathe([(-.88, .21), (-.80, .25), (.70, .25), (.86, .17)],
                           8, body, crease=30)
     model = model + lathe([(.84, .12), (.98, .22)], 8, dark)
-    model = model + lathe([(.30, .26), (.33, .28), (.48, .28), (.51, .26)], 8,
-                          red, caps=(False, False), crease=30)
     model = model + fins(4, red, (.45, .92), (.72, .98), .66, .07, 0, .2)
     model = model + fins(4, red, (-.55, -.25), (-.36, -.22), .52, .06, 0, .2)
     # the sight: a third hoop with four marks
@@ -271,23 +264,23 @@ def homing():
 
 
 def missile_speed():
+    """A dart with its wings swept back, on a long flame."""
     body = metal('white paint', (0.95, 0.97, 1.0), 0.2)
     nose = plain('red nose', (1.0, 0.16, 0.10), 0.3)
-    fire = light('flame', (1.0, 0.55, 0.10), 0.9)
+    fire = light('flame', (1.0, 0.50, 0.08), 0.9)
     hot = light('hot flame', (1.0, 0.95, 0.55), 1.0)
-    arrow = light('arrow', (1.0, 0.40, 0.10), 0.7)
-    model = lathe([(-1.0, .05), (-.82, .17), (-.62, .22)], 8, nose, crease=50)
-    model = model + lathe([(-.63, .21), (-.10, .22), (0, .17)], 8, body,
+    arrow = light('arrow', (1.0, 0.36, 0.08), 0.6)
+    model = lathe([(-1.02, .0), (-.84, .17), (-.60, .27)], 8, nose, crease=50)
+    model = model + lathe([(-.61, .27), (.18, .27), (.28, .20)], 8, body,
                           crease=30)
-    # two arrowheads round the axis, pointing the way it flies
-    for z in (-.52, .06):
-        model = model + lathe([(z - .02, .26), (z + .36, .70),
-                               (z + .50, .70), (z + .20, .26)], 10, arrow,
-                              caps=(False, False), crease=20)
-    model = model + lathe([(0, .17), (.35, .26), (.75, .17), (1.02, .03)], 8,
-                          fire, crease=50)
-    model = model + lathe([(.02, .10), (.2, .30), (.42, .16)], 8, hot)
-    return model + hoops(YELLOW, 0.86, 0.80)
+    model = model + fins(4, arrow, (-.60, -.30), (-.06, .06), .72, .08, 0,
+                         .22)
+    model = model + fins(4, arrow, (-.14, .20), (.42, .54), .72, .08, 45, .22)
+    model = model + lathe([(.24, .18), (.44, .34), (.62, .27), (1.06, .0)], 8,
+                          fire, caps=(False, True), crease=50)
+    model = model + lathe([(.20, .23), (.30, .25), (.40, .23)], 8, hot,
+                          caps=(False, False))
+    return model + hoops(YELLOW, 0.88, 0.76)
 
 
 # --- engines ---------------------------------------------------------------
@@ -297,28 +290,30 @@ def engine():
     fire = light('exhaust', (0.30, 0.75, 1.0), 0.9)
     hot = light('hot exhaust', (0.85, 0.97, 1.0), 1.0)
     paint_ = plain('orange paint', (1.0, 0.48, 0.08), 0.25)
-    model = lathe([(-.92, .46), (-.98, .54), (-.90, .61), (-.4, .66),
-                   (.05, .60), (.30, .44)], 14, shell, crease=35,
-                  caps=(False, True))
-    model = model + lathe([(-.92, .46), (-.7, .42)], 14, dark,
+    model = lathe([(-.92, .46), (-.97, .56), (-.84, .62), (-.3, .66),
+                   (.05, .60), (.30, .40)], 12, shell, crease=35,
+                  caps=(False, False))
+    model = model + lathe([(-.92, .46), (-.74, .43)], 12, dark,
                           caps=(False, False)).flip()
-    model = model + lathe([(-.74, .10), (-.70, .43)], 14, dark,
-                          caps=(True, False))
-    spike = lathe([(-1.02, .03), (-.85, .13), (-.68, .18)], 8, paint_,
-                  crease=60)
+    model = model + lathe([(-.78, .16), (-.74, .44)], 12, dark,
+                          caps=(False, False))
+    spike = lathe([(-1.02, .03), (-.85, .13), (-.70, .18)], 6, paint_,
+                  caps=(True, False), crease=60)
     model = model + spike
-    model = model + fins(7, shell, (-.86, -.72), (-.86, -.72), .43, .10, 0,
-                         .14)
-    model = model + lathe([(-.30, .665), (-.27, .70), (-.08, .69),
-                           (-.05, .64)], 14, paint_, caps=(False, False),
-                          crease=30)
-    model = model + lathe([(.22, .34), (.30, .40), (.62, .58)], 12, dark,
+    for k in range(6):
+        blade = Mesh([[(.14, -.07, -.80), (.14, .03, -.86), (.44, .08, -.86),
+                       (.44, -.12, -.80)]], shell)
+        blade.P = blade.P[:, ::-1] if blade.face_normals()[0, 2] > 0 \
+            else blade.P
+        model = model + blade.rotate('z', 60 * k)
+    model = model + lathe([(-.30, .66), (-.18, .71), (-.05, .63)], 12, paint_,
                           caps=(False, False), crease=30)
-    model = model + lathe([(.30, .36), (.60, .53)], 12, fire,
+    model = model + lathe([(.22, .36), (.62, .58)], 12, dark,
+                          caps=(False, False), crease=30)
+    model = model + lathe([(.36, .38), (.60, .54)], 12, hot,
                           caps=(False, False)).flip()
-    model = model + lathe([(.40, .10), (.55, .42), (.78, .26), (1.05, .03)],
+    model = model + lathe([(.40, .10), (.55, .42), (.78, .26), (1.05, .0)],
                           8, fire, crease=60)
-    model = model + lathe([(.36, .1), (.56, .44), (.66, .2)], 8, hot)
     return model + hoops(GREEN, 0.90, 0.66)
 
 
@@ -356,8 +351,8 @@ def shield():
     one = emblem(.98, face, rim, .12)
     other = emblem(.98, face, rim, .12).rotate('z', 90)
     model = one + other
-    return model + hoop(-.62, .88, light('hoop', BLUE, .75)) \
-        + hoop(.42, .88, light('hoop', BLUE, .75))
+    return model + hoop(-.62, .88, hoop_glow(BLUE)) \
+        + hoop(.42, .88, hoop_glow(BLUE))
 
 
 def invulnerable():
@@ -397,7 +392,7 @@ def extra_life():
     fire = light('exhaust', (0.40, 0.80, 1.0), 0.9)
     shape = section_box(1, 1, .28)
     model = loft([ring_at(shape * (w, h), z, 0, y) for z, w, h, y in (
-        (-1.0, .07, .05, 0), (-.6, .24, .18, 0), (-.1, .36, .30, .02),
+        (-1.0, .07, .05, 0), (-.55, .26, .20, 0), (-.1, .36, .30, .02),
         (.5, .38, .32, .02), (.85, .28, .22, .02))], body, crease=35)
     model = model + loft([ring_at(shape * (w, h), z, 0, y) for z, w, h, y in (
         (-.5, .10, .06, .10), (-.28, .20, .18, .14), (.05, .22, .20, .17),
@@ -409,10 +404,9 @@ def extra_life():
     side = side + wing([((.24, .08, .35), (.24, .08, .85), .08),
                         ((.34, .46, .72), (.34, .46, .95), .05)], trim,
                        up=(1, -.2, 0))
-    side = side + lathe([(-.25, .03), (.1, .05), (.5, .05)], 6,
-                        dark).move(.52, -.02, 0)
+    side = side + lathe([(-.25, .035), (.5, .05)], 6, dark).move(.52, -.02, 0)
     model = model + side.mirrored('x')
-    model = model + lathe([(.82, .10), (.92, .12), (1.06, .02)], 8, fire)
+    model = model + lathe([(.82, .10), (.92, .12), (1.06, .0)], 6, fire)
     model.move(0, -.06, 0)
     return model + hoops(WHITE, 0.98, 0.80)
 
@@ -432,13 +426,13 @@ def bullet_capacity():
     tip = plain('copper tip', (1.0, 0.34, 0.16), 0.3)
     model = box((1.06, 1.06, 1.05), (0, 0, .30), case, .12)
     for k in range(4):
-        sign = plus(.56, .18, .08, glow).rotate('x', 90).move(0, .54, .30)
+        sign = plus(.56, .18, .08, glow).rotate('x', -90).move(0, .58, .30)
         model = model + sign.rotate('z', 90 * k)
     for x in (-.30, 0, .30):
         for y in (-.30, .30):
-            shell = lathe([(-.05, .14), (-.50, .14)], 6, gold,
+            shell = lathe([(-.2, .14), (-.52, .14)], 6, gold,
                           caps=(False, False))
-            nose = lathe([(-.50, .125), (-.72, .09), (-.92, .02)], 6, tip,
+            nose = lathe([(-.52, .14), (-.92, .0)], 6, tip,
                          caps=(False, True), crease=50)
             model = model + (shell + nose).move(x, y, 0)
     return model + hoops(VIOLET, 0.88, 0.82)
@@ -451,15 +445,14 @@ def missile_capacity():
     model = Mesh()
     for x in (-1, 1):
         for y in (-1, 1):
-            pod = lathe([(-.42, .26), (-.36, .33), (.86, .33), (.94, .26)], 8,
-                        case, crease=30)
-            body = lathe([(-.40, .21), (-.62, .21)], 8, white,
+            pod = lathe([(-.40, .33), (.92, .33)], 8, case, crease=30)
+            body = lathe([(-.40, .22), (-.62, .22)], 6, white,
                          caps=(False, False))
-            tip = lathe([(-.60, .21), (-.82, .15), (-1.02, .02)], 8, nose,
+            tip = lathe([(-.62, .22), (-1.02, .0)], 6, nose,
                         caps=(False, True), crease=50)
             model = model + (pod + body + tip).move(.33 * x, .33 * y, 0)
     for k in range(4):
-        sign = plus(.50, .17, .08, glow).rotate('x', 90).move(0, .62, .30)
+        sign = plus(.50, .17, .08, glow).rotate('x', -90).move(0, .68, .30)
         model = model + sign.rotate('z', 90 * k)
     model = model + slab((1.0, 1.0, .16), (0, 0, .30), gunmetal())
     return model + hoops(VIOLET, 0.92, 0.70)
@@ -467,18 +460,18 @@ def missile_capacity():
 
 # --- magnets ---------------------------------------------------------------
 
-def horseshoe(radius, thick, leg, red, tips, n=8):
+def horseshoe(radius, thick, leg, red, tips, n=8, bends=8):
     """An arch in the X-Z plane, its legs towards -Z."""
     path = [(radius, 0, -leg), (radius, 0, -leg * .4)]
-    for a in np.linspace(0, 180, 8):
+    for a in np.linspace(0, 180, bends):
         path.append((radius * np.cos(np.radians(a)), 0,
                      radius * np.sin(np.radians(a))))
     path += [(-radius, 0, -leg * .4), (-radius, 0, -leg)]
     model = tube(path, thick, n, red, crease=50)
     for s in (-1, 1):
-        model = model + lathe([(-leg - .34, thick * .92), (-leg - .28,
-                               thick * 1.08), (-leg + .06, thick * 1.08)], n,
-                              tips, crease=30).move(s * radius, 0, 0)
+        model = model + lathe([(-leg - .34, thick * 1.08),
+                               (-leg + .06, thick * 1.08)], n, tips,
+                              caps=(True, bends > 5), crease=30).move(s * radius, 0, 0)
     return model
 
 
@@ -486,30 +479,29 @@ def magnet_weak():
     red = plain('magnet red', (0.95, 0.10, 0.14), 0.36)
     tips = plain('bare iron', (0.92, 0.94, 0.98), 0.40)
     model = horseshoe(.52, .24, .36, red, tips).move(0, 0, .12)
-    return model + hoop(-.86, .72, light('hoop', PINK, .8)) \
-        + hoop(-.60, .88, light('hoop', PINK, .8))
+    return model + hoop(-.86, .72, hoop_glow(PINK)) \
+        + hoop(-.60, .88, hoop_glow(PINK))
 
 
 def magnet_strong():
     red = plain('magnet red', (0.95, 0.10, 0.14), 0.36)
     tips = plain('bare iron', (0.92, 0.94, 0.98), 0.40)
     arc = light('arc', (0.70, 0.90, 1.0), 1.0)
-    model = horseshoe(.58, .21, .36, red, tips, 6).move(0, 0, .14)
-    model = model + horseshoe(.58, .21, .36, red, tips,
-                              6).rotate('z', 90).move(0, 0, .14)
+    one = horseshoe(.58, .21, .36, red, tips, 6, 5).move(0, 0, .14)
+    model = one + one.copy().rotate('z', 90)
     random = np.random.RandomState(8)
     for k in range(4):
         a, b = np.radians(90 * k), np.radians(90 * (k + 1))
         path = []
-        for f in np.linspace(0, 1, 5):
+        for f in np.linspace(0, 1, 3):
             p = np.array([np.cos(a), np.sin(a)]) * (1 - f) \
                 + np.array([np.cos(b), np.sin(b)]) * f
             p *= .58 + (random.uniform(-.16, .16) if 0 < f < 1 else 0)
             path.append((p[0], p[1], -.66 + (random.uniform(-.12, .12)
                                              if 0 < f < 1 else 0)))
-        model = model + tube(path, .045, 4, arc)
-    model = model + lathe([(.42, .04), (.5, .26), (.86, .30), (1.0, .18)], 8,
-                          gunmetal(), crease=30)
+        model = model + tube(path, .05, 3, arc, caps=(False, False))
+    model = model + lathe([(.5, .26), (.86, .30), (1.0, .18)], 6,
+                          gunmetal(), caps=(False, True), crease=30)
     return model + hoops(PINK, 0.92, 0.80)
 
 
@@ -532,7 +524,7 @@ def sucker(level):
     model = model + lathe([(-.52, .05), (-.46, size * .40),
                            (-.30, size * .5)], 8, glow, caps=(True, False))
     for k in range(6):
-        tooth = lathe([(0, .10), (-.20, .07), (-.36, .0)], 4, horn,
+        tooth = lathe([(0, .10), (-.36, .0)], 4, horn,
                       caps=(False, True), crease=20)
         model = model + tooth.rotate('y', 18).move(
             size * .88, 0, -.74).rotate('z', 60 * k)
@@ -540,15 +532,14 @@ def sucker(level):
         z = -.34 + .34 * k
         r = np.interp(z, [-.62, -.2, .3, .72],
                       np.array([1.1, 1.0, .82, .48]) * size) + .035
-        model = model + lathe([(z - .08, r - .05), (z - .05, r + .02),
-                               (z + .05, r + .0), (z + .08, r - .07)], 10,
-                              glow, caps=(False, False), crease=40)
+        model = model + lathe([(z - .09, r - .05), (z, r + .03),
+                               (z + .09, r - .08)], 10, glow, caps=(False, False), crease=40)
     for k in range(level + 2):
         path = [(size * .7, 0, .15), (size * 1.35, 0, .35),
                 (size * 1.62 - .08 * level, 0, .72),
                 (size * 1.2, 0, 1.0)]
         model = model + tube(path, [.12, .10, .06, .012], 4, skin,
-                             crease=60).rotate('z', 360. * k / (level + 2)
+                             caps=(False, True), crease=60).rotate('z', 360. * k / (level + 2)
                                                + 30)
     return model
 
@@ -583,25 +574,30 @@ def coin(radius, colour, text, name, thick):
         k = .5 / radius * flip
         return Material('%s %s' % (name, side), colour,
                         specular=(.8, .8, .7), shininess=.35,
-                        luminosity=.44, textures=[Texture(
+                        luminosity=.56, textures=[Texture(
                             'coin%s.tga' % text, 'R', (k, 0, 0, .5),
                             (0, 0, -.5 / radius, .5))])
-    edge = plain('%s edge' % name, colour, .36)
-    n = 24
+    # Edge-on twice a turn, so the edge has to shine too: deep bevels run
+    # up to a burning ridge, as bright as a hoop.
+    edge = plain('%s edge' % name, colour, .40)
+    ridge = light('%s ridge' % name, [min(1, c * 1.1 + .06) for c in colour],
+                  .75)
+    n = 20
     t = (np.arange(n) + .5) * 2 * np.pi / n
 
     def ring(r, y):
         return np.stack([r * radius * np.cos(t), np.full(n, y),
                          r * radius * np.sin(t)], 1)
-    rim = loft([ring(.90, -thick), ring(1, -thick * .7), ring(1, thick * .7),
-                ring(.90, thick)], edge, caps=(False, False), crease=20)
+    rim = loft([ring(.80, -thick), ring(.94, -thick * .62)], edge,
+               caps=(False, False), crease=20)
+    rim = rim + rim.copy().mirror('y')
+    rim = rim + loft([ring(.94, -thick * .62), ring(1, 0),
+                      ring(.94, thick * .62)], ridge, caps=(False, False),
+                     crease=20)
     upper, lower = face('front', 1), face('back', -1)
-    rings = [ring(.90, thick), ring(.80, thick * .80),
-             ring(.40, thick * 1.05)]
-    quads = []
-    for a, b in zip(rings, rings[1:]):
-        quads += list(np.stack([a, np.roll(a, -1, 0), np.roll(b, -1, 0), b],
-                               1))
+    rings = [ring(.80, thick), ring(.72, thick * .84)]
+    quads = list(np.stack([rings[0], np.roll(rings[0], -1, 0),
+                           np.roll(rings[1], -1, 0), rings[1]], 1))
     last = rings[-1]
     for i in range(n // 2 - 1):
         quads.append(np.array([last[i], last[i + 1], last[n - 2 - i],
@@ -616,18 +612,18 @@ def coin(radius, colour, text, name, thick):
 
 # --- gems ------------------------------------------------------------------
 
-def crystal(profile, n, colour, name, spread=.22, seed=0):
-    """A cut stone: flat facets of three tones, so that it sparkles."""
+def crystal(profile, n, colour, name, spread=.22, seed=0, count=3):
+    """A cut stone: flat facets of some tones, so that it sparkles."""
     random = np.random.RandomState(seed)
     tones = []
-    for k in range(3):
+    for k in ((1,), (1, 2), range(3))[count - 1]:
         f = 1 + spread * (k - 1) * 2
         tone = tuple(min(1.0, c * f + (.16 if k == 2 else 0)) for c in colour)
         tones.append(Material('%s %d' % (name, k + 1), tone,
                               specular=(1, 1, 1), shininess=.5,
                               luminosity=.46, reflection=.4))
     stone = lathe(profile, n, tones[0], crease=1)
-    stone.mat = [tones[random.randint(3)] for _ in stone.mat]
+    stone.mat = [tones[random.randint(count)] for _ in stone.mat]
     return stone
 
 
@@ -651,7 +647,7 @@ def gem3():
         arm = crystal([(.05, .20), (.55, .24), (.98, .0)], 6,
                       ((1.0, .42, .30), (1.0, .85, .25), (.35, 1.0, .5),
                        (.3, .85, 1.0), (.5, .45, 1.0), (1, .4, .9))[k],
-                      'ray %d' % (k + 1), seed=10 + k)
+                      'ray %d' % (k + 1), seed=10 + k, count=1)
         arm.rotate('y', 90).rotate('z', 60 * k + 30)
         model = model + arm
     return model
@@ -695,20 +691,23 @@ POWERUPS = [
     ('PupSucker1', lambda: sucker(1)),
     ('PupSucker2', lambda: sucker(2)),
     ('PupSucker3', lambda: sucker(3)),
-    ('MoneyCoin1', lambda: coin(.80, (.74, .36, .16), '10', 'bronze', .24)),
-    ('MoneyCoin2', lambda: coin(.90, (.74, .79, .88), '50', 'silver', .27)),
-    ('MoneyCoin3', lambda: coin(1.0, (.92, .54, .06), '100', 'gold', .31)),
+    ('MoneyCoin1', lambda: coin(.80, (.74, .36, .16), '10', 'bronze', .40)),
+    ('MoneyCoin2', lambda: coin(.90, (.60, .66, .78), '50', 'silver', .44)),
+    ('MoneyCoin3', lambda: coin(1.0, (.92, .54, .06), '100', 'gold', .48)),
     ('GemPoints1', gem1),
     ('GemPoints2', gem2),
     ('GemPoints3', gem3),
 ]
 
 
-def build(out_dir):
+def build(out_dir, names):
     images = os.path.join(out_dir, 'images')
     tga.write_tga(os.path.join(images, METAL), metal_picture())
     for text in ('10', '50', '100'):
         tga.write_tga(os.path.join(images, 'coin%s.tga' % text),
                       coin_picture(text))
     for name, make in POWERUPS:
-        make().save(os.path.join(out_dir, 'Objects', name + '.aob'))
+        if name not in names:
+            continue
+        drop_hidden(make(), pixels=240, down=-1, views=32).save(
+            os.path.join(out_dir, 'Objects', name + '.aob'))

@@ -221,9 +221,11 @@ def sheet(size):
     return np.array([(x, 0.0, z) for x, z in corners])
 
 
-def build(out_dir):
+def build(out_dir, names):
     up = np.tile((0.0, 1.0, 0.0), (4, 1))
     for name, form, seed, stops, hot, size in NEBULAE:
+        if name not in names:
+            continue
         file = name + '.tga'
         tga.write_tga(os.path.join(out_dir, 'images', file),
                       picture(form, seed, stops, hot))

@@ -148,7 +148,7 @@ def tilted(matrix, planes):
     return [tuple(matrix @ np.array(p[:3])) + (p[3],) for p in planes]
 
 
-def build(out_dir):
+def build_blue_world(out_dir):
     images = os.path.join(out_dir, 'images')
     objects = os.path.join(out_dir, 'Objects')
     radius = 7.0
@@ -162,8 +162,12 @@ def build(out_dir):
             'blue world %d' % (f + 1), colour=(1, 1, 1),
             specular=(0.18, 0.2, 0.24), shininess=0.12, luminosity=0.05,
             textures=[Texture(name, 'R', s, t)]))
-    ball(radius, 14, materials).save(os.path.join(objects, 'Planet1.aob'))
+    ball(radius, 11, materials).save(os.path.join(objects, 'Planet1.aob'))
 
+
+def build_giant(out_dir):
+    images = os.path.join(out_dir, 'images')
+    objects = os.path.join(out_dir, 'Objects')
     radius = 4.7
     places = globe.cells()
     tga.write_tga(os.path.join(images, 'planet2.tga'), globe.atlas(
@@ -185,8 +189,15 @@ def build(out_dir):
                     textures=[Texture('planet2_ring.tga', 'R', *tilted(
                         tilt, ((0.5 / reach, 0, 0, 0.5),
                                (0, 0, -0.5 / reach, 0.5))))])
-    model = ball(radius, 10, materials)
-    model = model + annulus(inner, 6.72, 48, dust)
-    model = model + annulus(6.95, outer, 48, dust)
+    model = ball(radius, 9, materials)
+    model = model + annulus(inner, 6.72, 40, dust)
+    model = model + annulus(6.95, outer, 40, dust)
     model.transform(tilt)
     model.save(os.path.join(objects, 'Planet2.aob'))
+
+
+def build(out_dir, names):
+    for name, make in (('Planet1', build_blue_world),
+                       ('Planet2', build_giant)):
+        if name in names:
+            make(out_dir)

@@ -140,6 +140,7 @@ ROCKS = [
 ]
 
 
-def build(out_dir):
+def build(out_dir, names):
     for rock in ROCKS:
-        rock.build(out_dir)
+        if rock.name in names:
+            rock.build(out_dir)

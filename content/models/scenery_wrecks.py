@@ -15,8 +15,8 @@ import noise  # noqa: E402
 import paint  # noqa: E402
 import tga  # noqa: E402
 from aob import Material, Texture  # noqa: E402
-from mesh import (Mesh, box, lathe, loft, section_box, ring_at,  # noqa: E402
-                  tube)
+from mesh import (Mesh, block, box, drop_hidden, lathe, loft,  # noqa: E402
+                  ring_at, section_box, slab, tube)
 
 
 def picture_planes(name, s, t):
@@ -211,9 +211,9 @@ def freighter(out_dir):
                 (x * .9 - .1, y * 1.15, l)]
         model = model + tube(bent, [.07, .07, .06, .04], 6, m)
     # a deck still in place, and the cargo
-    model = model + box((2.1, .08, 1.9), (0, -.05, .35), steel, .03)
+    model = model + slab((2.1, .08, 1.9), (0, -.05, .35), steel)
     model = model + box((.9, .8, 1.45), (0, 1.42, -.45), crate[0], .05)
-    model = model + box((.10, .5, .16), (0, 1.1, -1.25), steel, .03)
+    model = model + slab((.10, .5, .16), (0, 1.1, -1.25), steel)
     burst = box((.9, .8, 1.45), (0, 0, 0), crate[1], .05)
     for q in burst.P:
         q[:, 1] += np.where(q[:, 2] > .3, q[:, 1] * .28, 0)
@@ -223,7 +223,8 @@ def freighter(out_dir):
     ember = lathe([(-.05, .05), (0, .22), (.06, .05)], 8, hot)
     model = model + ember.rotate('x', -24).move(-.42, -1.0, 1.43)
     model.P = globe.unfold(model.P)
-    model.save(os.path.join(out_dir, 'Objects', 'FreighterDebris.aob'))
+    drop_hidden(model, down=-1).save(
+        os.path.join(out_dir, 'Objects', 'FreighterDebris.aob'))
 
 
 # --- satellite -------------------------------------------------------------
@@ -280,13 +281,14 @@ def satellite(out_dir):
     body = box((1.7, 1.7, 2.3), (0, 0, 0), foil[0], .16)
     body.by_direction(top=foil[0], side=foil[1], front=foil[2], bias=1.01)
     model = body
-    model = model + box((1.84, 1.84, .22), (0, 0, .62), white, .06)
-    model = model + box((1.84, 1.84, .22), (0, 0, -.62), white, .06)
-    arm = tube([(.8, 0, 0), (1.55, 0, 0)], .10, 8, grey)
-    panel = box((3.9, .09, 1.9), (3.5, 0, 0), cell, .03, axis='y')
-    frame = box((.12, .2, 2.1), (1.5, 0, 0), white, .04)
-    frame = frame + box((4.0, .14, .10), (3.5, 0, 0), white, .03)
-    tip = box((.10, .16, 2.0), (5.45, 0, 0), white, .03)
+    model = model + block((1.84, 1.84, .22), (0, 0, .62), white, .17)
+    model = model + block((1.84, 1.84, .22), (0, 0, -.62), white, .17)
+    arm = tube([(.8, 0, 0), (1.55, 0, 0)], .10, 6, grey,
+               caps=(False, False))
+    panel = slab((3.9, .09, 1.9), (3.5, 0, 0), cell)
+    frame = slab((.12, .2, 2.1), (1.5, 0, 0), white)
+    frame = frame + slab((4.0, .14, .10), (3.5, 0, 0), white)
+    tip = slab((.10, .16, 2.0), (5.45, 0, 0), white)
     wing = arm + panel + frame + tip
     model = model + wing.mirrored('x')
     # dish on the front, looking along -Z and a little up
@@ -310,7 +312,7 @@ def satellite(out_dir):
         a = np.radians(90 + 120 * k)
         dish = dish + tube([(1.0 * np.cos(a), 1.0 * np.sin(a), -.66),
                             (.06 * np.cos(a), .06 * np.sin(a), -1.12)],
-                           .035, 6, grey)
+                           .035, 4, grey, caps=(False, False))
     dish.rotate('x', 28).move(0, .15, -1.25)
     model = model + dish
     # engine bell, mast and lamps
@@ -325,7 +327,8 @@ def satellite(out_dir):
     for x, m in ((5.45, green), (-5.45, red)):
         model = model + lathe([(-.1, .04), (0, .11), (.1, .04)], 6, m,
                               axis='y').move(x, .1, -.95)
-    model.save(os.path.join(out_dir, 'Objects', 'satellite.aob'))
+    drop_hidden(model, down=-1).save(
+        os.path.join(out_dir, 'Objects', 'satellite.aob'))
 
 
 # --- station ---------------------------------------------------------------
@@ -430,9 +433,9 @@ def station(out_dir):
     wheel = loft(rings, deck, closed=True, crease=28).paint(pick)
     model = wheel
     # spokes with a bright band
-    spoke = box((4.3, .62, .72), (3.2, 0, 0), wall_x, .14)
+    spoke = block((4.3, .62, .72), (3.2, 0, 0), wall_x, .14, axis='x')
     spoke.paint(lambda c, n, m: deck if abs(n[1]) > .6 else wall_x)
-    spoke = spoke + box((.5, .78, .9), (4.75, 0, 0), orange, .12)
+    spoke = spoke + block((.5, .78, .9), (4.75, 0, 0), orange, .12, axis='x')
     for k in range(4):
         turned = spoke.copy().rotate('y', 45 + 90 * k)
         model = model + turned.paint(
@@ -440,36 +443,39 @@ def station(out_dir):
             (wall_z if abs(n[0]) > abs(n[2]) else wall_x))
     # hub, tower above, dock below
     hub = lathe([(-1.5, .9), (-1.25, 1.45), (-.75, 1.75), (.75, 1.75),
-                 (1.2, 1.45), (1.4, .95)], 20, deck, axis='y', crease=30)
+                 (1.2, 1.45), (1.4, .95)], 16, deck, axis='y', crease=30)
     model = model + hub.paint(pick)
     model = model + lathe([(1.3, .95), (2.0, .85), (2.15, .62), (2.9, .55),
-                           (3.0, .40)], 14, white, axis='y', crease=30)
-    model = model + lathe([(2.25, .64), (2.3, .68), (2.6, .66),
-                           (2.65, .6)], 14, blue, axis='y', crease=30)
-    model = model + tube([(0, 2.9, 0), (0, 4.3, 0)], [.12, .05], 6, grey)
+                           (3.0, .40)], 12, white, axis='y', crease=30)
+    model = model + lathe([(2.25, .68), (2.62, .66)], 12, blue, axis='y',
+                          crease=30)
+    model = model + tube([(0, 2.9, 0), (0, 4.3, 0)], [.12, .05], 5, grey,
+                         caps=(False, False))
     model = model + lathe([(4.25, .05), (4.37, .15), (4.5, .05)], 6, red,
                           axis='y')
     model = model + lathe([(-2.6, 1.05), (-2.5, 1.15), (-1.9, 1.15),
-                           (-1.4, .9)], 16, white, axis='y', crease=30)
-    model = model + lathe([(-2.66, .78), (-2.58, .80)], 16, dark, axis='y')
-    model = model + lathe([(-2.35, 1.17), (-2.25, 1.20), (-2.15, 1.17)], 16,
-                          orange, axis='y')
+                           (-1.4, .9)], 14, white, axis='y', crease=30)
+    model = model + lathe([(-2.66, .78), (-2.58, .80)], 14, dark, axis='y')
+    model = model + lathe([(-2.37, 1.19), (-2.13, 1.19)], 14, orange,
+                          axis='y')
     # a pair of solar wings on the tower
-    wing = box((3.2, .08, 1.5), (2.5, 1.75, 0), cell, .03, axis='y')
-    wing = wing + tube([(.7, 1.75, 0), (4.15, 1.75, 0)], .07, 6, grey)
+    wing = slab((3.2, .08, 1.5), (2.5, 1.75, 0), cell)
+    wing = wing + slab((3.45, .12, .12), (2.45, 1.75, 0), grey)
     model = model + wing.mirrored('x')
     # pods on the wheel, a lamp on each
     for k in range(4):
         a = 90 * k
         pod = box((1.0, 1.7, 1.5), (5.75, 0, 0), white, .22)
-        pod = pod + box((.2, 1.0, .9), (6.45, 0, 0), blue, .08)
+        pod = pod + slab((.2, 1.0, .9), (6.45, 0, 0), blue)
         pod = pod + lathe([(.85, .06), (.95, .16), (1.05, .06)], 6, red,
                           axis='y').move(5.75, 0, 0)
         model = model + pod.rotate('y', a)
-    model.save(os.path.join(out_dir, 'Objects', 'SpaceStn1.aob'))
+    drop_hidden(model, down=-1).save(
+        os.path.join(out_dir, 'Objects', 'SpaceStn1.aob'))
 
 
-def build(out_dir):
-    freighter(out_dir)
-    satellite(out_dir)
-    station(out_dir)
+def build(out_dir, names):
+    for name, make in (('FreighterDebris', freighter),
+                       ('satellite', satellite), ('SpaceStn1', station)):
+        if name in names:
+            make(out_dir)

@@ -7,7 +7,7 @@ import os
 
 from mesh import *  # noqa: F401,F403
 from aob import Material
-from player import BLUE, DARK, ORANGE, SHINE, STEEL, WHITE, glow
+from player import ORANGE, SHINE, WHITE, glow
 
 
 def symmetric(half):
@@ -15,14 +15,15 @@ def symmetric(half):
     return [(-z, r) for z, r in half[::-1] if z > 0] + half
 
 
-def bolt(shell, core, shell_half, core_half, n=6, clear=0.4):
-    m = lathe(symmetric(core_half), n, Material("core", core, luminosity=1.0), crease=80)
-    m += lathe(symmetric(shell_half), n, Material("shell", shell, luminosity=1.0, transparency=clear), crease=80)
+def bolt(shell, core, shell_half, core_half, n=4):
+    """Four-sided core in a shell one can see through; forty fly at a time, so quads are dear here."""
+    m = lathe(symmetric(core_half), 4, Material("core", core, luminosity=1.0), crease=80, turn=0)
+    m += lathe(symmetric(shell_half), n, Material("shell", shell, luminosity=1.0, transparency=0.4), crease=80, turn=0)
     return m
 
 
-def ring(z, r, w, mat, n=6, foot=0.5):
-    return lathe([(z - w, r * foot), (z, r), (z + w, r * foot)], n, mat, caps=(False, False), crease=80)
+def ring(z, r, w, mat, n=6, foot=0.5, turn=0.5):
+    return lathe([(z - w, r * foot), (z, r), (z + w, r * foot)], n, mat, caps=(False, False), crease=80, turn=turn)
 
 
 def fin(r, z0, z1, reach, mat, sweep=0.1):
@@ -30,30 +31,32 @@ def fin(r, z0, z1, reach, mat, sweep=0.1):
                  ).transform([[1, 0, 0], [0, 0, 1], [0, 1, 0]])
 
 
-def build(out_dir):
+def build(out_dir, names):
     objects = os.path.join(out_dir, "Objects")
-    save = lambda m, name: m.save(os.path.join(objects, name + ".aob"))
 
-    save(bolt((1.0, 0.20, 0.03), (1.0, 0.85, 0.50), [(0.25, 0.17), (0.62, 0.11), (0.85, 0.0)],
-              [(0.3, 0.085), (0.95, 0.0)]), "Weapon1")
+    def save(m, name):
+        if name in names:
+            m.save(os.path.join(objects, name + ".aob"))
 
-    save(bolt((0.02, 0.85, 0.25), (0.65, 1.0, 0.75), [(0.15, 0.10), (0.75, 0.14), (1.0, 0.0)],
-              [(0.4, 0.06), (1.08, 0.0)]), "Weapon2")
+    save(bolt((1.0, 0.20, 0.03), (1.0, 0.85, 0.50), [(0.32, 0.17), (0.85, 0.0)], [(0.3, 0.09), (0.95, 0.0)], 6), "Weapon1")
+
+    save(bolt((0.02, 0.85, 0.25), (0.65, 1.0, 0.75), [(0.15, 0.09), (0.75, 0.13), (1.0, 0.0)],
+              [(0.4, 0.065), (1.08, 0.0)]), "Weapon2")
 
     # a blue bolt with a waist and a bright knot in it
-    m = bolt((0.08, 0.28, 1.0), (0.55, 0.78, 1.0), [(0.12, 0.08), (0.42, 0.19), (0.80, 0.0)], [(0.42, 0.09), (0.9, 0.0)])
-    save(m, "Weapon3")
+    save(bolt((0.08, 0.28, 1.0), (0.55, 0.78, 1.0), [(0.12, 0.08), (0.42, 0.18), (0.80, 0.0)],
+              [(0.42, 0.095), (0.9, 0.0)]), "Weapon3")
 
     pink = Material("rings", (1.0, 0.62, 1.0), luminosity=1.0)
-    m = lathe(symmetric([(0.72, 0.14), (0.95, 0.03)]), 6, Material("shell", (0.85, 0.12, 0.90), luminosity=1.0), crease=80)
-    m += ring(-0.40, 0.25, 0.13, pink) + ring(0.40, 0.25, 0.13, pink)
+    m = lathe(symmetric([(0.72, 0.15), (0.95, 0.0)]), 4, Material("shell", (0.85, 0.12, 0.90), luminosity=1.0), crease=80, turn=0)
+    m += ring(-0.40, 0.25, 0.14, pink, 4, turn=0) + ring(0.40, 0.25, 0.14, pink, 4, turn=0)
     save(m, "Weapon4")
 
     # shell: brass body, tracer band, hot tips
     brass = Material("brass", (0.95, 0.68, 0.22), specular=(1, 0.9, 0.6), shininess=0.4, luminosity=0.35)
     hot = Material("tracer", (1.0, 0.90, 0.45), luminosity=1.0)
     m = lathe([(-0.62, 0.15), (0.0, 0.20), (0.62, 0.15)], 6, brass, caps=(False, False), crease=80)
-    m += lathe([(0.60, 0.155), (0.85, 0.11), (1.0, 0.02)], 6, hot, caps=(False, True), crease=80).mirrored("z")
+    m += lathe([(0.60, 0.155), (1.0, 0.0)], 6, hot, caps=(False, False), crease=80).mirrored("z")
     m += ring(0.0, 0.245, 0.10, hot)
     save(m, "Weapon5")
 

@@ -168,13 +168,18 @@ def save_png(path, array, colours=None):
     image.save(path, optimize=True)
 
 
-def build(out_dir):
+def build(out_dir, names):
     images = os.path.join(out_dir, 'images')
-    tga.write_tga(os.path.join(images, 'Reflect.tga'), soft_sky(256))
-    tga.write_tga(os.path.join(images, 'Reflect2.tga'), chrome(256))
-    save_png(os.path.join(images, 'Icon.png'),
-             sixteen_colours(ship_icon(32)))
-    save_png(os.path.join(images, 'TrayMenu.png'), banner(), 256)
+    for name, sky in (('Reflect', soft_sky), ('Reflect2', chrome)):
+        if name in names:
+            tga.write_tga(os.path.join(images, name + '.tga'), sky(256))
+    if 'Icon' in names:
+        save_png(os.path.join(images, 'Icon.png'),
+                 sixteen_colours(ship_icon(32)))
+    if 'TrayMenu' in names:
+        save_png(os.path.join(images, 'TrayMenu.png'), banner(), 256)
+    if 'nebulorix' not in names:
+        return
     packaging = os.path.join(out_dir, '..', 'packaging')
     os.makedirs(packaging, exist_ok=True)
     save_png(os.path.join(packaging, 'nebulorix.png'), ship_icon(256))
