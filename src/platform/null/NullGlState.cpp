@@ -137,7 +137,9 @@ void CallCounter::Add(std::initializer_list<double> arguments) {
     theRecord.withoutContext += theRecord.contextKnown && !theRecord.contextCurrent ? 1 : 0;
     last.name = name;
     last.argumentCount = static_cast<int>(std::min<size_t>(arguments.size(), kMaxGlArguments));
-    std::copy_n(arguments.begin(), last.argumentCount, last.arguments);
+    for (int i = 0; i < last.argumentCount; ++i) {
+        last.arguments[i] = arguments.begin()[i];
+    }
     last.compiledInto = theState.compiling;
     theRecord.calls.Add() = last;
 }
