@@ -215,4 +215,5 @@ class Display:
         self.fake(X.MotionNotify, x=x, y=y)
         time.sleep(0.2)  # a menu takes no click in the moment in which it opens or is entered
         self.fake(X.ButtonPress, button)
+        time.sleep(0.08)  # as long as a finger stays
         self.fake(X.ButtonRelease, button)

@@ -17,13 +17,20 @@ constexpr guint kLeftButton = 1;
 constexpr guint kRightButton = 3;
 constexpr int kChooseDelayMs = 500;  // a classic tray takes the icon well within this time
 
+// Where and how the icon was clicked last.
+struct Click {
+    int x = 0;  // on the screen; 0, 0 when unknown
+    int y = 0;
+    guint button = 0;  // of the press that is still to be released; 0 = none
+    guint32 time = GDK_CURRENT_TIME;
+};
+
 struct Tray {
     bool started = false;
     bool shown = false;             // between AddTrayIcon and RemoveTrayIcon
     GtkStatusIcon* icon = nullptr;  // classic; null where the display knows none
     GtkWidget* menu = nullptr;      // the last one that popped up
-    int clickX = 0;                 // of the last click, on the screen; 0, 0 when unknown
-    int clickY = 0;
+    Click click;
 };
 Tray tray;
 
@@ -62,15 +69,14 @@ gboolean OnIconPressed(GtkStatusIcon*, GdkEventButton* event, gpointer) {
     if (event->button != kLeftButton && event->button != kRightButton) {
         return FALSE;
     }
-    tray.clickX = static_cast<int>(event->x_root);
-    tray.clickY = static_cast<int>(event->y_root);
+    tray.click = {static_cast<int>(event->x_root), static_cast<int>(event->y_root), event->button,
+                  event->time};
     PostClick(event->button == kLeftButton ? kTrayLeftButton : kTrayRightButton);
     return TRUE;
 }
 
 void OnNotifierClicked(bool mainAction, int x, int y) {
-    tray.clickX = x;
-    tray.clickY = y;
+    tray.click = {.x = x, .y = y};
     PostClick(mainAction ? kTrayLeftButton : kTrayRightButton);
 }
 
@@ -130,8 +136,8 @@ void OnItemChosen(GtkMenuItem*, gpointer command) {
 
 // Centred below the pointer, or above it where the screen ends.
 void PlaceMenu(GtkMenu* menu, gint* x, gint* y, gboolean* pushIn, gpointer) {
-    int pointerX = tray.clickX;
-    int pointerY = tray.clickY;
+    int pointerX = tray.click.x;
+    int pointerY = tray.click.y;
     GdkDisplay* display = gdk_display_get_default();
     if (pointerX == 0 && pointerY == 0) {
         gdk_device_get_position(gdk_seat_get_pointer(gdk_display_get_default_seat(display)),
@@ -195,7 +201,10 @@ void PopupTrayMenu(const std::vector<TrayMenuItem>& items) {
         gtk_menu_shell_append(GTK_MENU_SHELL(tray.menu), widget);
     }
     gtk_widget_show_all(tray.menu);
-    gtk_menu_popup(GTK_MENU(tray.menu), nullptr, nullptr, PlaceMenu, nullptr, 0, GDK_CURRENT_TIME);
+    // The menu opens while the button is still down. Knowing the press, it stays open when that is
+    // released; otherwise it would take the release for a click beside its items.
+    gtk_menu_popup(GTK_MENU(tray.menu), nullptr, nullptr, PlaceMenu, nullptr, tray.click.button,
+                   tray.click.time);
 }
 
 }  // namespace platform
