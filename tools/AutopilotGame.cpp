@@ -22,11 +22,11 @@ constexpr int32_t kLevelsPerSector = 6;
 constexpr std::array<Arms, 6> kTypicalArms = {{
     // weapon, engine, bullets, capacity, shields, homing, dumbfire, autofire
     {1, 0, 3, 12, 0, 0, 0, false},
-    {2, 2, 12, 12, 1, 0, 0, false},
-    {2, 2, 14, 16, 1, 0, 1, false},
-    {2, 2, 16, 18, 2, 0, 1, false},
-    {3, 2, 18, 20, 2, 1, 1, false},
-    {3, 3, 18, 20, 2, 1, 1, false},
+    {2, 2, 14, 16, 1, 0, 0, false},
+    {2, 2, 17, 18, 1, 0, 1, false},
+    {2, 2, 18, 20, 2, 0, 1, false},
+    {2, 2, 19, 20, 2, 1, 1, false},
+    {2, 2, 19, 20, 2, 1, 1, false},
 }};
 
 template <typename Step>

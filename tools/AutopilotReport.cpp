@@ -33,20 +33,22 @@ bool TouchesRock(const PlayerShip& ship) {
 void WriteHeading(std::FILE* file) {
     std::fprintf(file,
                  "level,seed,view,frames,cleared,ships_lost,score,money,shots,hits,hurt,rammed,"
-                 "lives,shields,weapon,engine,bullets\n");
+                 "lives,shields,weapon,engine,bullets,empty,piled,with_boss,alone\n");
 }
 
 void WriteRow(std::FILE* file, const LevelRow& row) {
-    std::fprintf(file, "%d,%u,%d,%d,%d,%d,%d,%d,%d,%d,%d,%d,%d,%d,%d,%d,%d\n", row.level, row.seed,
-                 row.view, row.frames, row.cleared ? 1 : 0, row.shipsLost, row.score, row.money,
-                 row.shots, row.hits, row.hurt, row.rammed, row.lives, row.shields, row.weapon,
-                 row.engine, row.bullets);
+    std::fprintf(file, "%d,%u,%d,%d,%d,%d,%d,%d,%d,%d,%d,%d,%d,%d,%d,%d,%d,%d,%d,%d,%d\n",
+                 row.level, row.seed, row.view, row.frames, row.cleared ? 1 : 0, row.shipsLost,
+                 row.score, row.money, row.shots, row.hits, row.hurt, row.rammed, row.lives,
+                 row.shields, row.weapon, row.engine, row.bullets, row.empty, row.piled,
+                 row.withBoss, row.alone);
 }
 
 void LevelRecorder::Begin(uint32_t gameSeed) {
     const PlayerShip& ship = levelManager->GetPlayer();
     const WeaponManager& weapons = levelManager->GetPlayerWeapons();
     row = {};
+    spectator = {};
     row.level = levelManager->GetLevel();
     row.view = levelManager->GetCurrentView();
     row.seed = gameSeed;
@@ -59,6 +61,7 @@ void LevelRecorder::Begin(uint32_t gameSeed) {
 void LevelRecorder::NoteFrame() {
     const PlayerShip& ship = levelManager->GetPlayer();
     ++row.frames;
+    spectator.NoteFrame();
     const bool lost = ship.GetHitPoints() < livesBefore;
     // A ship that has been hit is lost in the next frame, where it was; then it starts afresh.
     if (lost) {
@@ -87,5 +90,9 @@ LevelRow LevelRecorder::End(bool cleared) const {
     ended.weapon = ship.GetWeapon();
     ended.engine = ship.GetEngineLevel();
     ended.bullets = ship.GetBullets();
+    ended.empty = spectator.LongestEmpty();
+    ended.piled = spectator.Piled();
+    ended.withBoss = spectator.WithBoss();
+    ended.alone = spectator.BossAlone();
     return ended;
 }

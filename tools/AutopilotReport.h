@@ -5,6 +5,8 @@
 #include <cstdint>
 #include <cstdio>
 
+#include "AutopilotSpectator.h"
+
 struct LevelRow {
     int32_t level;
     uint32_t seed;
@@ -24,6 +26,11 @@ struct LevelRow {
     int32_t weapon;
     int32_t engine;
     int32_t bullets;
+    // What a spectator sees, in frames.
+    int32_t empty;     // the longest time without an enemy in the picture
+    int32_t piled;     // for each two ships that stayed inside one another
+    int32_t withBoss;  // a boss in the picture
+    int32_t alone;     // of these, without an escort
 };
 
 void WriteHeading(std::FILE* file);
@@ -40,6 +47,7 @@ public:
 
 private:
     LevelRow row = {};
+    Spectator spectator;
     int32_t livesBefore = 0;
     int32_t shieldsBefore = 0;
     bool touchedRock = false;  // in the frame before

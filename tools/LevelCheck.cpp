@@ -6,6 +6,7 @@
 #include <filesystem>
 #include <set>
 
+#include "Picture.h"
 #include "game/LevelManager.h"
 #include "platform/Files.h"
 #include "world/AttackWave.h"
@@ -19,11 +20,6 @@ namespace fs = std::filesystem;
 constexpr size_t kMaxFile = 4U << 20U;  // bytes
 constexpr int32_t kMaxPaths = 256;
 constexpr int32_t kMaxWaves = 64;
-
-// The picture: the eye stands 50 units from the middle of the field and sees 60 degrees upwards.
-constexpr float kEye = 50.0F;
-constexpr float kHalfAngle = 0.57735F;  // tangent of 30 degrees
-constexpr float kAspect = 4.0F / 3.0F;  // the narrowest window
 
 // Where the formation is, as the enemies reckon it.
 constexpr float kSlot = 5.0F;     // units between rows and between columns
@@ -47,32 +43,6 @@ constexpr float kBossHeight = 9.0F;
 constexpr int32_t kLatestLaunch = 2 * 60 * 60;   // frames of a wave until all its ships are there
 constexpr float kLongestFlight = 60.0F * 60.0F;  // frames on a path
 constexpr int32_t kRestless = 30;                // a dive chance that leaves no time in formation
-
-// A place of the field in the picture of a view: to the right, up, and away from the eye.
-struct Seen {
-    float right;
-    float up;
-    float depth;
-};
-
-Seen See(int32_t view, Vec3 at) {
-    switch (view) {
-        case 1:
-            return {at.x, -at.z, kEye - at.y};
-        case 2:
-            return {at.z, at.y, kEye + at.x};
-        case 3:
-            return {-at.z, at.y, kEye - at.x};
-        default:
-            return {at.x, at.y, kEye - at.z};
-    }
-}
-
-bool IsInPicture(int32_t view, Vec3 at) {
-    const Seen seen = See(view, at);
-    const float half = seen.depth * kHalfAngle;
-    return seen.depth > 0.0F && std::abs(seen.up) < half && std::abs(seen.right) < half * kAspect;
-}
 
 // How far from the middle the last ship of a row stands when the formation has swayed its way.
 float Outermost(int32_t rowLength) {

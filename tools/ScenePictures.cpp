@@ -3,6 +3,7 @@
 //     scene-pictures OUT_FOLDER                    nine scenes of play and every other screen
 //     scene-pictures OUT_FOLDER --strip A-B        film strips of levels A to B, a picture every
 //                                                  five seconds
+//     scene-pictures OUT_FOLDER --strip A-B --every SECONDS
 //     scene-pictures OUT_FOLDER --width W --height H   in another size than 800 x 600
 //     scene-pictures OUT_FOLDER --only NAME        the scenes of play whose name starts like this
 //     scene-pictures OUT_FOLDER --seed S           with other chances than a scene's own
@@ -20,6 +21,8 @@
 #include <string>
 #include <vector>
 
+#include "AutopilotGame.h"
+#include "AutopilotPilot.h"
 #include "GameStage.h"
 #include "PngFile.h"
 #include "core/KeyMap.h"
@@ -65,7 +68,8 @@ constexpr std::array<Scene, 9> kScenes = {{
     {"play-behind-late", 28, 1000, 70, 300, 22, 4, 4, 4},
 }};
 
-constexpr int kStripInterval = 300;  // frames between two pictures of a strip
+constexpr int kIntroFrames = 200;  // of drawing, until the level's title has faded
+constexpr int kSecond = 60;        // frames
 constexpr int kStripColumns = 6;
 constexpr int kStripScale = 3;  // a strip's pictures are so much smaller
 constexpr int kStripLimit = 60 * 60 * 5;
@@ -78,6 +82,7 @@ struct Options {
     int16_t height = 600;
     int32_t firstStrip = 0;
     int32_t lastStrip = -1;
+    float every = 5.0F;  // seconds between two pictures of a strip
 };
 
 std::vector<uint8_t> ReadPixels() {
@@ -89,13 +94,17 @@ std::vector<uint8_t> ReadPixels() {
     return pixels;
 }
 
-// A frame that nobody looks at. It must be drawn, since the camera's blend and the level's intro
-// move while drawing, but an empty scissor box spares the renderer its pixels.
-void RunFrame() {
+// Draws what nobody looks at. The camera's blend and the level's intro move while drawing, but an
+// empty scissor box spares the renderer its pixels.
+void DrawUnseen() {
     glEnable(GL_SCISSOR_TEST);
     glScissor(0, 0, 0, 0);
     GameStage::Draw();
     glDisable(GL_SCISSOR_TEST);
+}
+
+void RunFrame() {
+    DrawUnseen();
     GameStage::Update();
 }
 
@@ -120,30 +129,6 @@ void TakePicture(const Options& options, const std::string& name) {
     GameStage::Swap();
 }
 
-void Hold(Action action, bool held) {
-    keyDown[keyMap->Get(action)] = held ? 1 : 0;
-}
-
-// A player who flies under the enemies and never lets go of the fire key.
-void SteerAtEnemies(bool fire) {
-    EnemyShip* target = levelManager->PickTarget();
-    static Vec3 aim;
-    if (target != nullptr && platform::Random() % 20 == 0) {
-        aim = target->GetPosition();
-    }
-    const Vec3 way = aim - playerShip->GetPosition();
-    constexpr float kNear = 1.0F;
-    const int32_t view = glWindow->GetView();
-    const bool sideView = view == 2 || view == 3;
-    const float across = sideView ? 0.0F : way.x;
-    const float up = view == 1 ? 0.0F : way.y;
-    Hold(Action::Left, across < -kNear);
-    Hold(Action::Right, across > kNear);
-    Hold(Action::Up, up > kNear);
-    Hold(Action::Down, up < -kNear);
-    HoldFire(fire);
-}
-
 void Arm(const Scene& scene) {
     playerShip->SetWeapon(scene.weapon);
     playerShip->SetAutofire(true);
@@ -161,15 +146,30 @@ void Arm(const Scene& scene) {
     }
 }
 
-// One frame of play by a player who survives.
-void PlayFrame(bool fire) {
-    if (playerShip->GetShields() == 0) {
-        playerShip->AddShield();
+// The autopilot's expert at play, with shields and ships without end.
+class Flight {
+public:
+    explicit Flight(uint32_t seed) : pilot(kExpert, seed) {}
+
+    void PlayFrame(bool mayFire = true) {
+        if (playerShip->GetShields() == 0) {
+            playerShip->AddShield();
+        }
+        playerShip->AddLife();
+        pilot.PressKeys();
+        if (!mayFire) {
+            HoldFire(false);
+        }
+        if (frame++ < kIntroFrames || glWindow->IsViewBlending()) {
+            DrawUnseen();
+        }
+        GameStage::Update();
     }
-    playerShip->AddLife();
-    SteerAtEnemies(fire);
-    RunFrame();
-}
+
+private:
+    Pilot pilot;
+    int frame = 0;
+};
 
 bool IsBoss(EnemyGroup& group) {
     return group.GetOrders().type >= kFirstBossType;
@@ -187,7 +187,7 @@ bool BossHasCome() {
 }
 
 // Plays on until the boss is there; whatever comes before it falls at once.
-void ClearTheWayToTheBoss() {
+void ClearTheWayToTheBoss(Flight& flight) {
     constexpr int kMoreThanAnyHull = 1000;
     for (int frame = 0; frame < kBossLimit && !BossHasCome(); ++frame) {
         AttackWave* wave = levelManager->GetCurrentWave();
@@ -199,7 +199,7 @@ void ClearTheWayToTheBoss() {
                 }
             }
         }
-        PlayFrame(false);
+        flight.PlayFrame(false);
     }
 }
 
@@ -208,18 +208,19 @@ void DrawScenes(const Options& options) {
         if (std::string(scene.name).rfind(options.only, 0) != 0) {
             continue;
         }
-        platform::SeedRandom(options.seed != 0 ? options.seed : scene.seed);
-        levelManager->StartAt(scene.level);
+        const uint32_t seed = options.seed != 0 ? options.seed : scene.seed;
+        AutopilotGame::StartAt(scene.level, seed);
         for (int i = 0; i < scene.driftFrames; ++i) {
             levelManager->GetScenery().Update(false);
         }
         Arm(scene);
+        Flight flight(seed);
         if (scene.fireFrames == kBoss) {
-            ClearTheWayToTheBoss();
+            ClearTheWayToTheBoss(flight);
         }
         const int fireFrames = scene.fireFrames == kBoss ? kBossFireFrames : scene.fireFrames;
         for (int i = 0; i < scene.frames; ++i) {
-            PlayFrame(i >= scene.frames - fireFrames);
+            flight.PlayFrame(i >= scene.frames - fireFrames);
         }
         TakePicture(options, scene.name);
     }
@@ -335,30 +336,35 @@ private:
 };
 
 void DrawStrip(const Options& options, int32_t level) {
-    platform::SeedRandom(static_cast<uint32_t>(level));
-    levelManager->StartAt(level);
-    Arm({"", level, 0, 0, 0, 0, std::min(4, 1 + level / 6), std::min(4, level / 6), level / 9});
+    const auto seed = static_cast<uint32_t>(level);
+    const int interval = std::max(1, static_cast<int>(options.every * kSecond));
+    AutopilotGame::StartAt(level, seed);
+    AutopilotGame::TakeArms(TypicalArms(level));
+    Flight flight(seed);
     Strip strip(glWindow->GetWidth(), glWindow->GetHeight());
-    for (int frame = 0; frame < kStripLimit && levelManager->GetLevel() == level &&
-                        levelManager->GetState() == GameState::Playing;
+    int frame = 0;
+    for (; frame < kStripLimit && levelManager->GetLevel() == level &&
+           levelManager->GetState() == GameState::Playing;
          ++frame) {
-        if (frame % kStripInterval == 120) {
+        if (frame % interval == interval * 2 / 5) {
             GameStage::Draw();
             strip.Add(ReadPixels());
             GameStage::Swap();
         }
-        PlayFrame(true);
+        flight.PlayFrame();
     }
     char name[32];
     std::snprintf(name, sizeof name, "/strip-%02d.png", level);
     const std::string path = options.folder + name;
-    std::printf("%s%s\n", path.c_str(), strip.Save(path) ? " cannot be written" : "");
+    std::printf("%s%s: %s after %d seconds\n", path.c_str(),
+                strip.Save(path) ? " (which cannot be written)" : "",
+                frame == kStripLimit ? "not done" : "done", frame / kSecond);
 }
 
 int Usage() {
-    std::fprintf(
-        stderr,
-        "usage: scene-pictures OUT_FOLDER [--strip A-B] [--only NAME] [--width W --height H]\n");
+    std::fprintf(stderr,
+                 "usage: scene-pictures OUT_FOLDER [--strip A-B [--every SECONDS]]\n"
+                 "                      [--only NAME] [--seed S] [--width W --height H]\n");
     return 2;
 }
 
@@ -377,6 +383,8 @@ bool ParseOptions(int argc, char** argv, Options& options) {
             options.only = argv[i + 1];
         } else if (name == "--seed") {
             options.seed = static_cast<uint32_t>(std::atoi(argv[i + 1]));
+        } else if (name == "--every") {
+            options.every = std::strtof(argv[i + 1], nullptr);
         } else if (name == "--width") {
             options.width = static_cast<int16_t>(std::atoi(argv[i + 1]));
         } else if (name == "--height") {

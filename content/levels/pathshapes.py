@@ -2,6 +2,7 @@
 import math
 import re
 
+TILT = 0.5  # seen from behind: how much nearer to the player a way lies for each unit further down
 EYE = 50.0  # units from the eye to the middle of the field, in every view
 HALF_ANGLE = math.tan(math.radians(30.0))  # of the picture, upwards
 ASPECT = 4.0 / 3.0  # the window's
@@ -151,8 +152,9 @@ def to_world(view, across, down, height):
         return -height, across, down
     if view == 3:
         return height, -across, down
-    # Seen from behind, the rows hang in the picture; the formation stands 34 units ahead.
-    return across, -1.0 - down, height - 34.0
+    # Seen from behind, the rows hang in the picture, 34 units ahead. What flies lower flies nearer:
+    # otherwise all ways would lie at the back of the picture, where ships are small.
+    return across, -1.0 - down, height - 34.0 + TILT * max(0.0, down + 20.0)
 
 
 def outside(view, point, margin):
