@@ -68,7 +68,7 @@ constexpr std::array<Scene, 9> kScenes = {{
     {"play-behind-late", 28, 1000, 70, 300, 22, 4, 4, 4},
 }};
 
-constexpr int kIntroFrames = 200;  // of drawing, until the level's title has faded
+constexpr int kIntroFrames = 300;  // of drawing, until the level's title has faded
 constexpr int kSecond = 60;        // frames
 constexpr int kStripColumns = 6;
 constexpr int kStripScale = 3;  // a strip's pictures are so much smaller
@@ -114,12 +114,16 @@ void RunFrames(int frames) {
     }
 }
 
-// Draws the game as it stands and keeps the picture, without the frame rate: a game that is not
-// paced by its clock has none.
-void TakePicture(const Options& options, const std::string& name) {
+// Draws the game as it stands without the frame rate: a game that is not paced by its clock has
+// none.
+void DrawStill() {
     glWindow->BeginScene();
     levelManager->Draw();
     glPopMatrix();
+}
+
+void TakePicture(const Options& options, const std::string& name) {
+    DrawStill();
     const std::string path = options.folder + "/" + name + ".png";
     if (WritePng(path, glWindow->GetWidth(), glWindow->GetHeight(), ReadPixels())) {
         std::fprintf(stderr, "%s cannot be written\n", path.c_str());
@@ -347,7 +351,7 @@ void DrawStrip(const Options& options, int32_t level) {
            levelManager->GetState() == GameState::Playing;
          ++frame) {
         if (frame % interval == interval * 2 / 5) {
-            GameStage::Draw();
+            DrawStill();
             strip.Add(ReadPixels());
             GameStage::Swap();
         }
