@@ -65,8 +65,8 @@ def begins_kindly(play):
 def lets_the_beginner_reach_the_middle(play):
     ends = play.ends("beginner")
     good = sum(6 <= level <= 10 for level in ends)
-    return ("Two of three of the beginner's games end in levels 6 to 10",
-            [f"{good} of {len(ends)}"] if good * 3 < len(ends) * 2 else [])
+    return ("Three of five of the beginner's games end in levels 6 to 10",
+            [f"{good} of {len(ends)}"] if good * 5 < len(ends) * 3 else [])
 
 
 def lets_the_expert_go_far(play):
