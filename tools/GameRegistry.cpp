@@ -6,21 +6,10 @@
 #include "game/LevelManager.h"
 #include "graphics/GLExtensions.h"
 #include "graphics/GLWindow.h"
-#include "graphics/ObjectManager.h"
 #include "player/PlayerShip.h"
 #include "scores/HiscoreTable.h"
 #include "scores/OnlineHiscores.h"
 #include "scores/UserPrefs.h"
-
-namespace {
-
-template <typename Object>
-void Delete(Object*& object) {
-    delete object;
-    object = nullptr;
-}
-
-}  // namespace
 
 bool FillRegistry(const char* title, int16_t width, int16_t height,
                   void (*prepare)(GLWindow& window)) {
@@ -46,24 +35,4 @@ bool AddGameToRegistry() {
     hiscoreTable = new HiscoreTable;
     hiscoreClient = new OnlineHiscores;
     return failed || !loaded;
-}
-
-void EmptyRegistry() {
-    if (glWindow != nullptr) {
-        glWindow->DestroyGLWindow();
-    }
-    ObjectManager::Destroy();
-    Delete(glWindow);
-    Delete(glExtensions);
-    if (soundManager != nullptr) {
-        soundManager->Shutdown();
-        SoundManager::DestroyInstance();
-        soundManager = nullptr;
-    }
-    Delete(levelManager);  // and the player's ship with it
-    playerShip = nullptr;
-    Delete(hiscoreTable);
-    Delete(hiscoreClient);
-    Delete(keyMap);
-    Delete(userPrefs);
 }

@@ -1,7 +1,7 @@
 #pragma once
 
-// The registry of globals for programs that run the game without its start-up: tools and tests.
-// Filled and emptied in the program's own order.
+// Fills the registry of globals for programs that run the game without its start-up: tools and
+// tests. EmptyRegistry of app/Application.h empties it.
 
 #include <cstdint>
 
@@ -14,5 +14,3 @@ bool FillRegistry(const char* title, int16_t width, int16_t height,
 // After that, and with the managers' models loaded: the player's ship, the level manager and empty
 // hiscores. True = failure.
 bool AddGameToRegistry();
-// Everything that is there, with all models.
-void EmptyRegistry();

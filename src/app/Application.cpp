@@ -199,8 +199,14 @@ void ShutDown(int exitCode) {
     shutDown = true;
     if (userPrefs != nullptr) {
         userPrefs->Save();
-        Delete(userPrefs);
     }
+    EmptyRegistry();
+    CloseDebugLog();
+    platform::PostQuit(exitCode);
+}
+
+void EmptyRegistry() {
+    Delete(userPrefs);
     if (glWindow != nullptr) {
         glWindow->DestroyGLWindow();
     }
@@ -227,8 +233,6 @@ void ShutDown(int exitCode) {
     Delete(hiscoreTable);  // saved when an entry was added
     Delete(hiscoreClient);
     Delete(keyMap);
-    CloseDebugLog();
-    platform::PostQuit(exitCode);
 }
 
 void HandleMessage(const platform::Message& message) {

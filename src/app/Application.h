@@ -12,9 +12,13 @@ class GLWindow;
 // program at once.
 void StartUp();
 
-// Empties the registry, closes the log and posts the quit message with that exit code. Does nothing
-// the second time.
+// Saves the preferences, empties the registry, closes the log and posts the quit message with that
+// exit code. Does nothing the second time.
 void ShutDown(int exitCode);
+
+// Releases every object of the registry that is there, in the order of the shut-down. Called by it,
+// and by programs that fill the registry themselves.
+void EmptyRegistry();
 
 // Registers the parts of the game that keep GL objects of their own with the window, in the order
 // in which they want them created. Called by StartUp, and by tools that draw the game themselves.

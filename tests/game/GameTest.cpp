@@ -157,6 +157,35 @@ TEST_F(GameTest, TheLastShipLostEndsTheGameAfter100Frames) {
     EXPECT_EQ(State(), GameState::Title);
 }
 
+TEST_F(GameTest, AQualifyingScoreIsStoredUnderTheNameTyped) {
+    WriteLevel(4, OneGroup(0, 3));
+    levelManager->StartAt(4);
+    score = 1950;
+    LosePlayer();
+    RunFrames(101);
+    ASSERT_EQ(State(), GameState::NameEntry);
+    for (const char c : std::string("\bab\bc12345678901234567890")) {
+        Type(c);
+    }
+    Type('\b');
+    Type('\r');
+    EXPECT_EQ(State(), GameState::NameEntry) << "stored in the frame after Return";
+    RunFrames(1);
+    EXPECT_EQ(State(), GameState::Title);
+    EXPECT_STREQ(hiscoreTable->Entry(1).name, "ac12345678901234567.");
+    EXPECT_EQ(hiscoreTable->Entry(1).level, 4) << "levels completed and one";
+    EXPECT_EQ(hiscoreTable->Entry(1).hitRatio, 0.0F);
+    EXPECT_EQ(std::filesystem::file_size("Data/NXHS.bin"), 800U);
+
+    levelManager->StartAt(1);
+    score = 5000;
+    LosePlayer();
+    RunFrames(101);
+    Type('\r');
+    RunFrames(1);
+    EXPECT_STREQ(hiscoreTable->Entry(0).name, "....................");
+}
+
 TEST_F(GameTest, TheTitleCyclesThroughItsPages) {
     using Page = TitleScreen::Page;
     const TitleScreen& title = levelManager->GetTitle();

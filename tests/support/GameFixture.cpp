@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "GameRegistry.h"
+#include "app/Application.h"
 #include "audio/SoundManager.h"
 #include "core/DebugLog.h"
 #include "core/Registry.h"
