@@ -26,7 +26,7 @@ constexpr std::array<const char*, kMissileKinds> kMissileModels = {
 std::array<uint32_t, kWeaponKinds + 1> weaponModels = {};
 std::array<uint32_t, kMissileKinds> missileModels = {};
 
-LevelManager* targetFinder = nullptr;  // finds the missiles' targets
+LevelManager* targetFinder = nullptr;  // for missiles
 
 bool IsSideView(int32_t view) {
     return view == 2 || view == 3;
