@@ -77,6 +77,7 @@ bool GameStage::Resize(int16_t width, int16_t height) {
 void GameStage::Draw() {
     glWindow->BeginScene();
     levelManager->Draw();
+    levelManager->GetRehearsal().Continue();
     glWindow->EndScene();
 }
 

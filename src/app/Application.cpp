@@ -113,10 +113,17 @@ constexpr std::array kStartUpSteps = {OpenWindow, OpenJoystick, MakeKeyMap, Open
 void RunFrame() {
     glWindow->BeginScene();
     levelManager->Draw();
+    levelManager->GetRehearsal().Continue();
     glWindow->EndScene();
     platform::SwapBuffers(hDC);
     if (levelManager->Update()) {
         Log("ERROR: Error loading a level!");
+    }
+}
+
+void RestartRehearsal() {
+    if (levelManager != nullptr) {
+        levelManager->GetRehearsal().Restart();
     }
 }
 
@@ -175,6 +182,7 @@ void AddGameTenants(GLWindow& window) {
     window.AddTenant({.created = [] { PowerupManager::LoadModels(); }});
     window.AddTenant(
         {.dropForRebuild = Explosion::DeleteGLObjects, .rebuild = Explosion::CreateGLObjects});
+    window.AddTenant({.rebuild = RestartRehearsal});
 }
 
 void StartUp() {

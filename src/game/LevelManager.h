@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "game/NameEntry.h"
+#include "game/Rehearsal.h"
 #include "world/AttackWave.h"
 
 class EnemyShip;
@@ -45,6 +46,8 @@ public:
     bool Init();  // true = failure
     void Draw();
     bool Update();  // one frame; true = a level file could not be loaded
+    // To be continued in each frame after Draw.
+    Rehearsal& GetRehearsal() { return rehearsal; }
 
     // A random live enemy of the current wave for a homing missile; null when none is found.
     EnemyShip* PickTarget();
@@ -101,6 +104,7 @@ private:
     std::unique_ptr<TitleScreen> title;
 
     NameEntry nameEntry;
+    Rehearsal rehearsal;
 
     int32_t level = 0;            // number of the current level, 1 to 36
     int32_t levelsCompleted = 0;  // in this game

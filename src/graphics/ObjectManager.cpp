@@ -116,6 +116,10 @@ uint32_t ObjectManager::Build(const char* fileName, Bounds& bounds) {
     return list;
 }
 
+void ObjectManager::DrawModel(int index) const {
+    glCallList(modelCache[static_cast<size_t>(index)].listId);
+}
+
 // Quads stay as they are between two material switches: the driver sorts them once, here.
 void ObjectManager::Compile(uint32_t list) {
     CacheTextures();

@@ -34,7 +34,9 @@ public:
     // material's textures on; whoever draws text or bare geometry calls this first.
     void DisableTextures();
 
-    // Models and textures loaded so far: for the asset check and the tests.
+    // Draws one of the models loaded so far, 0 to ModelCount() - 1.
+    void DrawModel(int index) const;
+
     int ModelCount() const { return static_cast<int>(modelCache.size()); }
     int TextureCount() const { return static_cast<int>(textureCache.size()); }
 

@@ -2,6 +2,7 @@
 
 #include <GL/gl.h>
 
+#include <algorithm>
 #include <array>
 #include <cmath>
 
@@ -19,8 +20,30 @@ namespace {
 LevelManager* level = nullptr;
 ExplosionManager* explosionManager = nullptr;
 
-// The light that the next shot drawn may take.
-uint32_t nextLight = GL_LIGHT1;
+uint32_t nextLight = GL_LIGHT1;  // that the next shot drawn may take
+uint32_t nextLit = GL_LIGHT1;    // that the next shot whose light is not black switches on
+uint32_t lightsEnd = GL_LIGHT1;  // the lights from 1 up to here are on
+
+constexpr Colour kBlack = {0.0F, 0.0F, 0.0F};
+
+void SwitchOn(uint32_t light, Colour colour) {
+    constexpr std::array<float, 4> kAboveShot = {0.0F, 1.0F, 0.0F, 1.0F};
+    constexpr float kAttenuation = 0.05F;
+    const std::array<float, 4> diffuse = {colour.red, colour.green, colour.blue, 0.0F};
+    glLightfv(light, GL_POSITION, kAboveShot.data());
+    glLightfv(light, GL_DIFFUSE, diffuse.data());
+    glLightf(light, GL_QUADRATIC_ATTENUATION, kAttenuation);
+    glEnable(light);
+}
+
+// Where the lights of a set end. A driver makes a shader for each set of lights that it meets and
+// for each kind of material with it, and keeps half a megabyte for it. So there are only three
+// sets, filled up with black lights: these cost less time than the shaders would.
+uint32_t EndOfSet(int set) {
+    constexpr uint32_t kFew = 2;
+    const uint32_t all = glWindow->GetLightLimit();
+    return set == 0 ? GL_LIGHT1 : set == 1 ? std::min(GL_LIGHT1 + kFew, all) : all;
+}
 
 }  // namespace
 
@@ -116,29 +139,39 @@ void Shot::TurnToTarget() const {
     }
 }
 
-// Shots drawn first take the lights, one each, and the rest go unlit. A cannon shell takes one too
-// but its light is black, so it is never switched on: every enabled light costs time on every
-// vertex drawn after it, and this one would add nothing.
+// Shots drawn first take the lights, one each, and the rest go unlit. A cannon shell takes one too,
+// but its light is black and need not be switched on.
 void Shot::AddLight() const {
     if (nextLight >= glWindow->GetLightLimit()) {
         return;
     }
-    const uint32_t light = nextLight++;
+    ++nextLight;
     if (colour.red == 0.0F && colour.green == 0.0F && colour.blue == 0.0F) {
         return;
     }
-    constexpr std::array<float, 4> kAboveShot = {0.0F, 1.0F, 0.0F, 1.0F};
-    constexpr float kAttenuation = 0.05F;
-    const std::array<float, 4> diffuse = {colour.red, colour.green, colour.blue, 0.0F};
-    glLightfv(light, GL_POSITION, kAboveShot.data());
-    glLightfv(light, GL_DIFFUSE, diffuse.data());
-    glLightf(light, GL_QUADRATIC_ATTENUATION, kAttenuation);
-    glEnable(light);
+    SwitchOn(nextLit++, colour);
+    const uint32_t end = EndOfSet(nextLit <= EndOfSet(1) ? 1 : 2);
+    for (lightsEnd = std::max(lightsEnd, nextLit); lightsEnd < end; ++lightsEnd) {
+        SwitchOn(lightsEnd, kBlack);
+    }
 }
 
 void Shot::ResetLights() {
-    for (uint32_t light = GL_LIGHT1; light < nextLight; ++light) {
+    for (uint32_t light = GL_LIGHT1; light < lightsEnd; ++light) {
         glDisable(light);
     }
     nextLight = GL_LIGHT1;
+    nextLit = GL_LIGHT1;
+    lightsEnd = GL_LIGHT1;
+}
+
+void Shot::SwitchLightsOn(int set) {
+    const uint32_t end = EndOfSet(set);
+    for (uint32_t light = GL_LIGHT1; light < glWindow->GetLightLimit(); ++light) {
+        if (light < end) {
+            SwitchOn(light, kBlack);
+        } else {
+            glDisable(light);
+        }
+    }
 }

@@ -29,6 +29,11 @@ public:
     static void SetLinks(LevelManager* levelManager, ExplosionManager* explosions);
     // Switches off the lights that the last frame's shots took; light 0 belongs to the scene.
     static void ResetLights();
+    // Play knows only so many sets of lights that are on: none, few, all. Switches one of them on,
+    // without shots and all black, for what is drawn only to have been drawn with them; the caller
+    // puts the lights back as they were.
+    static constexpr int kLightSets = 3;
+    static void SwitchLightsOn(int set);
 
     Colour colour;  // of its light
     Vec3 position;

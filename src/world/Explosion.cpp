@@ -146,6 +146,16 @@ void Explosion::DrawScore() const {
     glPopAttrib();
 }
 
+void Explosion::DrawSample() {
+    Explosion sample;
+    sample.particles.front().alive = true;
+    sample.particles.front().life = 1.0F;
+    sample.ringRadius = kFirstRadius;
+    sample.points = 1;
+    sample.active = true;
+    sample.Draw();
+}
+
 void Explosion::InitResources() {
     const float red = RandomShade(1.0F);
     const float green = RandomShade(0.8F);

@@ -23,6 +23,8 @@ public:
 
     // The debris colour, drawn once for the whole game, and the quadric of the rings, which lives
     // as long as the GL context.
+    // A piece of debris, the rings and some points, about the origin.
+    static void DrawSample();
     static void InitResources();
     static void FreeResources();
     static void CreateGLObjects();

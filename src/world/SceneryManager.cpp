@@ -39,6 +39,10 @@ bool SceneryManager::LoadModels() {
     return false;
 }
 
+void SceneryManager::DrawModel(int32_t kind) {
+    glCallList(loadedModels[kind].displayList);
+}
+
 void SceneryManager::SetManagers(WeaponManager* weapons, ExplosionManager* explosions) {
     playerWeapons = weapons;
     explosionManager = explosions;

@@ -16,6 +16,8 @@ public:
 
     // Loads the twelve models (GL context needed). True = failure: logged; the rest stay unloaded.
     static bool LoadModels();
+    // One of them, about the origin.
+    static void DrawModel(int32_t kind);
     static void SetManagers(WeaponManager* playerWeapons, ExplosionManager* explosions);
 
     // Places the chosen layers anew.

@@ -11,7 +11,12 @@ namespace {
 
 GLUquadric* shieldQuadric = nullptr;
 
-constexpr std::array<GLfloat, 4> kNoGlow = {0.0F, 0.0F, 0.0F, 1.0F};
+// A model leaves its last material's textures and glow behind, which would paint a sphere.
+void ClearSurface() {
+    constexpr std::array<GLfloat, 4> kNoGlow = {0.0F, 0.0F, 0.0F, 1.0F};
+    ObjectManager::Instance()->DisableTextures();
+    glMaterialfv(GL_FRONT_AND_BACK, GL_EMISSION, kNoGlow.data());
+}
 
 }  // namespace
 
@@ -31,10 +36,7 @@ void Ship::Draw() {
 
 // The stronger the shield, the finer and thicker its net of lines.
 void Ship::DrawShield() const {
-    // The model has left its last material's textures and glow behind, which would paint the
-    // shield.
-    ObjectManager::Instance()->DisableTextures();
-    glMaterialfv(GL_FRONT_AND_BACK, GL_EMISSION, kNoGlow.data());
+    ClearSurface();
     glColor4fv(shieldColour.data());
     glLineWidth(shields <= 4 ? static_cast<float>(shields) / 2.0F + 1.0F : 3.0F);
     glPolygonMode(GL_FRONT_AND_BACK, GL_LINE);
@@ -48,6 +50,15 @@ void Ship::DrawSphere(float sphereRadius, int slices, int stacks) {
     if (shieldQuadric != nullptr) {
         gluSphere(shieldQuadric, sphereRadius, slices, stacks);
     }
+}
+
+void Ship::DrawSampleSpheres() {
+    constexpr int kFineness = 8;
+    ClearSurface();
+    glPolygonMode(GL_FRONT_AND_BACK, GL_LINE);
+    DrawSphere(1.0F, kFineness, kFineness);
+    glWindow->RestorePolygonMode();
+    DrawSphere(1.0F, kFineness, kFineness);
 }
 
 void Ship::TakeDamage(int amount) {

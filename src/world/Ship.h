@@ -36,6 +36,9 @@ public:
     // The GLU quadric of all shield spheres lives as long as the GL context.
     static void CreateQuadric();
     static void DeleteQuadric();
+    // A sphere of lines, as shields are, and a filled one, as the player's bubble is, about the
+    // origin.
+    static void DrawSampleSpheres();
 
 protected:
     Vec3 position;

@@ -1,4 +1,9 @@
+#include <GL/gl.h>
+
 #include <cmath>
+#include <iterator>
+#include <map>
+#include <set>
 
 #include "core/KeyMap.h"
 #include "core/Registry.h"
@@ -6,13 +11,16 @@
 #include "game/Menu.h"
 #include "game/TitleScreen.h"
 #include "graphics/GLWindow.h"
+#include "graphics/ObjectManager.h"
 #include "platform/VirtualKeys.h"
+#include "platform/null/NullGl.h"
 #include "player/PlayerShip.h"
 #include "player/PowerupManager.h"
 #include "player/WeaponManager.h"
 #include "scores/HiscoreTable.h"
 #include "scores/UserPrefs.h"
 #include "support/GameFixture.h"
+#include "world/SceneryModels.h"
 
 namespace {
 
@@ -201,6 +209,51 @@ TEST_F(GameTest, TheTitleCyclesThroughItsPages) {
     EXPECT_EQ(title.GetLine(19), "Online Hiscores Disabled. Enable in Options");
     RunFrames(499);
     EXPECT_EQ(title.GetPage(), Page::Logo);
+}
+
+// Of a drawing of the list in the record: how many lights of shots were on, by light from 1 up.
+std::map<int, int> RehearsalsByLights(uint32_t list) {
+    namespace null = platform::null;
+    std::map<int, int> rehearsals;
+    std::set<double> on;
+    for (size_t i = 0; i < null::RecordedGlCalls(); ++i) {
+        const null::GlCall& call = null::RecordedGlCall(i);
+        const std::string name = call.name;
+        if (name == "glPushAttrib") {
+            on.clear();
+        } else if (name == "glEnable") {
+            on.insert(call.arguments[0]);
+        } else if (name == "glCallList" && call.arguments[0] == list) {
+            const auto lights = std::distance(on.lower_bound(GL_LIGHT1), on.upper_bound(GL_LIGHT7));
+            rehearsals[on.count(GL_SCISSOR_TEST) == 1 ? static_cast<int>(lights) : -1] += 1;
+        }
+    }
+    return rehearsals;
+}
+
+TEST_F(GameTest, AllModelsAreRehearsedWithEverySetOfLightsAndNothingIsLeftBehind) {
+    namespace null = platform::null;
+    Rehearsal& rehearsal = levelManager->GetRehearsal();
+    null::ClearGlRecord();
+    rehearsal.Continue();
+    EXPECT_TRUE(rehearsal.IsDone());
+    EXPECT_EQ(null::GlCallCount("glCallList"), 3 * (static_cast<int64_t>(kSceneryModels.size()) +
+                                                    ObjectManager::Instance()->ModelCount()));
+    EXPECT_EQ(null::ModelViewDepth() + null::AttributeDepth() + null::GlMisuses(), 0);
+    EXPECT_FALSE(null::IsEnabled(GL_LIGHT1) || null::IsEnabled(GL_SCISSOR_TEST));
+    EXPECT_TRUE(null::IsEnabled(GL_LIGHTING));
+
+    // A model that comes with a later level is next; a new context begins all over.
+    WriteModel("Objects\\New.aob", {-1, 1, -1, 1, -1, 1});
+    const uint32_t list = ObjectManager::Instance()->Load("Objects\\New.aob");
+    EXPECT_FALSE(rehearsal.IsDone());
+    null::ClearGlRecord();
+    rehearsal.Continue();
+    const std::map<int, int> once = {{0, 1}, {2, 1}, {7, 1}};
+    EXPECT_EQ(RehearsalsByLights(list), once);
+    EXPECT_EQ(null::GlCallCount("glCallList"), 3);
+    rehearsal.Restart();
+    EXPECT_FALSE(rehearsal.IsDone());
 }
 
 TEST(HiscoreLines, ShowWhatTheWidthAllows) {

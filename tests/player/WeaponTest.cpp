@@ -2,6 +2,8 @@
 
 #include <GL/gl.h>
 
+#include <map>
+#include <string>
 #include <utility>
 #include <vector>
 
@@ -241,23 +243,44 @@ TEST_F(WeaponTest, ShotsAfterTheOneThatBreaksTheShieldMeetTheHull) {
     EXPECT_EQ(Weapons().LiveCount(), 1);
 }
 
-TEST_F(WeaponTest, ShotsDrawnFirstTakeTheLightsAndCannonShellsStayDark) {
-    using platform::null::IsEnabled;
-    FillWithBullets(Weapons(), 2);
-    Weapons().Fire(kWeaponCannon, *playerShip, {.bullets = 12});
-    FillWithBullets(Weapons(), 12);
-    WeaponManager::ResetLights();
-    Weapons().DrawAll();
-    for (uint32_t light = GL_LIGHT1; light < glWindow->GetLightLimit(); ++light) {
-        EXPECT_EQ(IsEnabled(light), light != GL_LIGHT3) << "light " << light - GL_LIGHT0;
+// Lights that are on, and those of them that shine.
+std::pair<int, int> LightsOn() {
+    namespace null = platform::null;
+    std::map<double, bool> shines;
+    for (size_t i = 0; i < null::RecordedGlCalls(); ++i) {
+        const null::GlCall& call = null::RecordedGlCall(i);
+        if (std::string(call.name) == "glLightfv" && call.arguments[1] == GL_DIFFUSE) {
+            shines[call.arguments[0]] =
+                call.arguments[2] + call.arguments[3] + call.arguments[4] > 0;
+        }
     }
-    EXPECT_FALSE(IsEnabled(glWindow->GetLightLimit()));
-    WeaponManager::ResetLights();
-    Weapons().Clear();
-    FillWithBullets(Weapons(), 1);
-    Weapons().DrawAll();
-    EXPECT_TRUE(IsEnabled(GL_LIGHT1));
-    EXPECT_FALSE(IsEnabled(GL_LIGHT2)) << "the lights of the last frame go out";
+    std::pair<int, int> lights;
+    for (uint32_t light = GL_LIGHT1; null::IsEnabled(light); ++light) {
+        ++lights.first;
+        lights.second += shines[light] ? 1 : 0;
+    }
+    return lights;
+}
+
+TEST_F(WeaponTest, ShotsDrawnFirstTakeTheLightsAndCannonShellsStayDark) {
+    const auto draw = [](int before, int shells, int after) {
+        Weapons().Clear();
+        FillWithBullets(Weapons(), before);
+        if (shells > 0) {
+            Weapons().Fire(kWeaponCannon, *playerShip, {.bullets = 20});
+        }
+        FillWithBullets(Weapons(), after);
+        WeaponManager::ResetLights();
+        platform::null::ClearGlRecord();
+        Weapons().DrawAll();
+        return LightsOn();
+    };
+    // Of seven that shots may take, a shell's stays off; lights are on by twos or all.
+    EXPECT_EQ(draw(2, 1, 9), std::pair(7, 6));
+    EXPECT_EQ(draw(3, 0, 0), std::pair(7, 3));
+    EXPECT_EQ(draw(12, 0, 0), std::pair(7, 7));
+    EXPECT_EQ(draw(1, 1, 0), std::pair(2, 1)) << "the lights of the last frame go out";
+    EXPECT_EQ(draw(0, 1, 0), std::pair(0, 0));
 }
 
 TEST_F(WeaponTest, HomingMissileTurnsItsNoseToItsTarget) {
