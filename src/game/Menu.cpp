@@ -287,6 +287,8 @@ void Menu::Action(GameState& next) {
         return;
     }
     if (OptionsAction(code) || PolygonAction(code)) {
+        // Fog, blending and filling are parts of a driver's shaders, too.
+        levelManager->GetRehearsal().Restart();
         return;
     }
     switch (code) {

@@ -97,8 +97,10 @@ TEST_F(MenuTest, OptionLinesNameTheActionAndDoIt) {
     Choose(8);
     EXPECT_EQ(menu.LineText(8), "Turn FSAA Off");
     EXPECT_EQ(menu.LineText(9), "Turn Fog Off");
+    levelManager->GetRehearsal().Continue();
     Choose(9);
     EXPECT_FALSE(userPrefs->GetFog());
+    EXPECT_FALSE(levelManager->GetRehearsal().IsDone()) << "without fog all looks different";
     const bool fullscreen = glWindow->IsFullscreen();
     Choose(3);
     EXPECT_NE(glWindow->IsFullscreen(), fullscreen);
