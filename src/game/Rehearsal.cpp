@@ -15,7 +15,6 @@ namespace {
 
 // What a frame of the title can spare at 60 a second, also on a software renderer.
 constexpr int64_t kMillisecondsPerFrame = 4;
-constexpr float kEyeDistance = 50.0F;
 
 // What there is to draw, in this order: the shapes that are no models, the models of the scenery,
 // for which there is no fog, and all models as they stand in the play field.
@@ -36,17 +35,14 @@ void Rehearsal::Continue() {
     }
 }
 
-// An empty scissor box lets everything be drawn as in play but for the pixels.
+// An empty scissor box lets everything be drawn as in play but for the pixels. All stands about the
+// origin, which every scene has before the camera.
 void Rehearsal::Step() {
     glPushAttrib(GL_ALL_ATTRIB_BITS);
-    glPushMatrix();
-    glLoadIdentity();
-    glTranslatef(0.0F, 0.0F, -kEyeDistance);
     glScissor(0, 0, 0, 0);
     glEnable(GL_SCISSOR_TEST);
     Shot::SwitchLightsOn(lightSet);
     DrawItem();
-    glPopMatrix();
     glPopAttrib();
     if (++lightSet == Shot::kLightSets) {
         lightSet = 0;

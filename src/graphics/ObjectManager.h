@@ -36,7 +36,7 @@ public:
 
     // Draws one of the models loaded so far, 0 to ModelCount() - 1.
     void DrawModel(int index) const;
-
+    // Models and textures loaded so far.
     int ModelCount() const { return static_cast<int>(modelCache.size()); }
     int TextureCount() const { return static_cast<int>(textureCache.size()); }
 

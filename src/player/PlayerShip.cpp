@@ -38,8 +38,6 @@ constexpr float kBankAngle = 50.0F;     // degrees for each unit per frame
 constexpr std::array<float, PlayerShip::kEngineLevels> kEngineSpeed = {0.75F, 1.0F, 1.35F, 1.75F,
                                                                        2.2F};
 
-constexpr std::array<GLfloat, 4> kNoGlow = {0.0F, 0.0F, 0.0F, 1.0F};
-
 // How the ship moves in a camera view: always in the plane that faces the camera.
 struct Steering {
     Vec3 horizontal;    // where steering right goes
@@ -443,12 +441,10 @@ void PlayerShip::Draw() {
 }
 
 // The bubble of an invulnerable ship fades as its time runs out. It is drawn in the ship's frame
-// after the guns, whose material must not tint it.
+// after the guns.
 void PlayerShip::DrawBubble() const {
     const float strength = static_cast<float>(invulnerableTime) / kBonusProtection;
     glColor4f(0.2F, 0.9F, 0.5F, strength * 0.5F + 0.15F);
-    glMaterialfv(GL_FRONT_AND_BACK, GL_EMISSION, kNoGlow.data());
-    ObjectManager::Instance()->DisableTextures();
     glTranslatef(centre.x, centre.y, centre.z);
     DrawSphere(radius * 1.1F, 10, 10);
 }

@@ -22,7 +22,6 @@ ExplosionManager* explosionManager = nullptr;
 
 uint32_t nextLight = GL_LIGHT1;  // that the next shot drawn may take
 uint32_t nextLit = GL_LIGHT1;    // that the next shot whose light is not black switches on
-uint32_t lightsEnd = GL_LIGHT1;  // the lights from 1 up to here are on
 
 constexpr Colour kBlack = {0.0F, 0.0F, 0.0F};
 
@@ -43,6 +42,11 @@ uint32_t EndOfSet(int set) {
     constexpr uint32_t kFew = 2;
     const uint32_t all = glWindow->GetLightLimit();
     return set == 0 ? GL_LIGHT1 : set == 1 ? std::min(GL_LIGHT1 + kFew, all) : all;
+}
+
+// One past the last light that is on.
+uint32_t EndOfLights() {
+    return EndOfSet(nextLit == GL_LIGHT1 ? 0 : nextLit <= EndOfSet(1) ? 1 : 2);
 }
 
 }  // namespace
@@ -149,20 +153,19 @@ void Shot::AddLight() const {
     if (colour.red == 0.0F && colour.green == 0.0F && colour.blue == 0.0F) {
         return;
     }
+    const uint32_t before = EndOfLights();
     SwitchOn(nextLit++, colour);
-    const uint32_t end = EndOfSet(nextLit <= EndOfSet(1) ? 1 : 2);
-    for (lightsEnd = std::max(lightsEnd, nextLit); lightsEnd < end; ++lightsEnd) {
-        SwitchOn(lightsEnd, kBlack);
+    for (uint32_t light = std::max(before, nextLit); light < EndOfLights(); ++light) {
+        SwitchOn(light, kBlack);
     }
 }
 
 void Shot::ResetLights() {
-    for (uint32_t light = GL_LIGHT1; light < lightsEnd; ++light) {
+    for (uint32_t light = GL_LIGHT1; light < EndOfLights(); ++light) {
         glDisable(light);
     }
     nextLight = GL_LIGHT1;
     nextLit = GL_LIGHT1;
-    lightsEnd = GL_LIGHT1;
 }
 
 void Shot::SwitchLightsOn(int set) {

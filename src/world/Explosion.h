@@ -23,12 +23,12 @@ public:
 
     // The debris colour, drawn once for the whole game, and the quadric of the rings, which lives
     // as long as the GL context.
-    // A piece of debris, the rings and some points, about the origin.
-    static void DrawSample();
     static void InitResources();
     static void FreeResources();
     static void CreateGLObjects();
     static void DeleteGLObjects();
+    // A piece of debris, the rings and some points, about the origin.
+    static void DrawSample();
 
 private:
     struct Particle {

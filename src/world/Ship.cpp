@@ -11,13 +11,6 @@ namespace {
 
 GLUquadric* shieldQuadric = nullptr;
 
-// A model leaves its last material's textures and glow behind, which would paint a sphere.
-void ClearSurface() {
-    constexpr std::array<GLfloat, 4> kNoGlow = {0.0F, 0.0F, 0.0F, 1.0F};
-    ObjectManager::Instance()->DisableTextures();
-    glMaterialfv(GL_FRONT_AND_BACK, GL_EMISSION, kNoGlow.data());
-}
-
 }  // namespace
 
 void Ship::Draw() {
@@ -36,7 +29,6 @@ void Ship::Draw() {
 
 // The stronger the shield, the finer and thicker its net of lines.
 void Ship::DrawShield() const {
-    ClearSurface();
     glColor4fv(shieldColour.data());
     glLineWidth(shields <= 4 ? static_cast<float>(shields) / 2.0F + 1.0F : 3.0F);
     glPolygonMode(GL_FRONT_AND_BACK, GL_LINE);
@@ -46,15 +38,20 @@ void Ship::DrawShield() const {
     glWindow->RestorePolygonMode();
 }
 
+// The model before it has left its last material's textures and glow behind, which would paint the
+// sphere.
 void Ship::DrawSphere(float sphereRadius, int slices, int stacks) {
-    if (shieldQuadric != nullptr) {
-        gluSphere(shieldQuadric, sphereRadius, slices, stacks);
+    constexpr std::array<GLfloat, 4> kNoGlow = {0.0F, 0.0F, 0.0F, 1.0F};
+    if (shieldQuadric == nullptr) {
+        return;
     }
+    ObjectManager::Instance()->DisableTextures();
+    glMaterialfv(GL_FRONT_AND_BACK, GL_EMISSION, kNoGlow.data());
+    gluSphere(shieldQuadric, sphereRadius, slices, stacks);
 }
 
 void Ship::DrawSampleSpheres() {
     constexpr int kFineness = 8;
-    ClearSurface();
     glPolygonMode(GL_FRONT_AND_BACK, GL_LINE);
     DrawSphere(1.0F, kFineness, kFineness);
     glWindow->RestorePolygonMode();

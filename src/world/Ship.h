@@ -51,7 +51,8 @@ protected:
     std::array<float, 4> shieldColour = {};  // RGBA
     uint32_t model = 0;                      // display list; 0 when no model is loaded
 
-    // Draws a sphere about the origin with the shared quadric; nothing while there is none.
+    // Draws a sphere about the origin in the current colour, without texture and glow, with the
+    // shared quadric; nothing while there is none.
     static void DrawSphere(float sphereRadius, int slices, int stacks);
 
 private:
