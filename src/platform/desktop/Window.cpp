@@ -1,6 +1,7 @@
 #include "platform/Window.h"
 
 #include <SDL.h>
+#include <X11/Xlib.h>
 #include <malloc.h>
 
 #include <algorithm>
@@ -44,7 +45,8 @@ struct DisplayState {
     Surface surface;
     SDL_DisplayMode mode = {};  // of full screen; its width is 0 while none is asked for
     bool swapWaits = false;
-    size_t depthChoice = 0;  // index into kDepthBits of what the last window got
+    size_t depthChoice = 0;                    // index into kDepthBits of what the last window got
+    XErrorHandler nextErrorHandler = nullptr;  // set while the display is open
 };
 
 DisplayState& TheDisplay() {
@@ -171,6 +173,12 @@ void Hide(Window& window) {
     EndDisplayModeGuard();
 }
 
+// SDL asks where the window manager's frame stands when a window is hidden; the frame may be gone
+// by then. Without a handler that answer would end the program.
+int OnXError(Display* display, XErrorEvent* error) {
+    return error->error_code == BadWindow ? 0 : TheDisplay().nextErrorHandler(display, error);
+}
+
 }  // namespace
 
 // Mesa's software renderer takes a block of memory for every drawing and frees it after the frame.
@@ -198,6 +206,7 @@ bool OpenDisplay() {
         std::fprintf(stderr, "No display: %s\n", SDL_GetError());
         return true;
     }
+    state.nextErrorHandler = XSetErrorHandler(OnXError);
     // While SDL listens for text, input methods take keys for themselves.
     SDL_StopTextInput();
     static const bool kRegistered = std::atexit(RestoreGuardedMode) == 0;
@@ -216,6 +225,7 @@ void CloseDisplay() {
         DestroyGameWindow(&state.window);
     }
     SDL_QuitSubSystem(SDL_INIT_VIDEO);
+    XSetErrorHandler(state.nextErrorHandler);
     state.displayOpen = false;
 }
 
